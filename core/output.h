@@ -1,0 +1,111 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumisk {
+
+/// Where a page builder writes.
+///
+/// A builder fills a window of memory; the window is emptied by `drain` when it is full. So the
+/// command streams a page of any size through one small window that stays in the cache, and a view
+/// that holds the whole page gets it from the same code. Touching fresh memory costs more than all
+/// the work a builder does on it, which is why nothing here makes a second copy of a page.
+class Output {
+ public:
+  /// The most that one call of `room` may ask for, in bytes. Kernels split their input by it.
+  static constexpr std::size_t kMaxRoom = std::size_t{64} * 1024;
+
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+  virtual ~Output() = default;
+
+  /// Writes all of `text`.
+  void append(std::string_view text) {
+    if (text.size() <= static_cast<std::size_t>(end_ - cursor_)) {
+      if (!text.empty()) std::memcpy(cursor_, text.data(), text.size());
+      cursor_ += text.size();
+    } else {
+      appendInParts(text);
+    }
+  }
+
+  /// At least `size` bytes of writable memory (`size` <= kMaxRoom). What was written there counts
+  /// once `advance` is told where it ends; the pointer is good until the next call on this object.
+  char* room(std::size_t size) {
+    if (size > static_cast<std::size_t>(end_ - cursor_)) replaceWindow();
+    return cursor_;
+  }
+  /// End of the memory that `room` handed out; never less than what it was asked for.
+  const char* roomEnd() const { return end_; }
+  void advance(char* writtenEnd) { cursor_ = writtenEnd; }
+
+  /// Hands over what the window still holds. Call it once, after the last write.
+  void flush() { replaceWindow(); }
+
+ protected:
+  Output() = default;
+  struct Window {
+    char* begin;
+    std::size_t size;  // >= kMaxRoom
+  };
+  void setWindow(Window window) {
+    begin_ = cursor_ = window.begin;
+    end_ = window.begin + window.size;
+  }
+  /// Takes `filled` (may be empty), which lies in the current window, and returns the window to
+  /// write to next: the same one if its bytes were copied or sent away, or another.
+  virtual Window drain(std::string_view filled) = 0;
+
+ private:
+  void appendInParts(std::string_view text);
+  void replaceWindow();
+
+  char* begin_ = nullptr;
+  char* cursor_ = nullptr;
+  char* end_ = nullptr;
+};
+
+/// Collects what is written in one string. The caller says how much to reserve: with the right
+/// figure there is one allocation.
+class StringOutput final : public Output {
+ public:
+  explicit StringOutput(std::size_t expectedSize);
+  /// The text; leaves this object empty and done.
+  std::string take();
+
+ private:
+  Window drain(std::string_view filled) override;
+
+  std::string text_;
+  std::unique_ptr<char[]> window_;
+};
+
+/// Keeps what is written in blocks until it is known whether it is wanted. A JSON formatter learns
+/// only at the last byte that the text is no JSON; what it wrote until then is then dropped.
+class HeldOutput final : public Output {
+ public:
+  HeldOutput();
+  std::size_t size() const { return size_; }
+  /// Moves everything to `destination`, releasing each block once it is copied, and starts anew
+  /// with the last block's memory. Call it instead of `flush`.
+  void release(Output& destination);
+  /// Forgets everything.
+  void drop();
+
+ private:
+  struct Block {
+    std::unique_ptr<char[]> memory;
+    std::size_t used;
+  };
+  Window drain(std::string_view filled) override;
+
+  std::vector<Block> blocks_;
+  std::size_t size_ = 0;
+};
+
+}  // namespace lumisk
