@@ -22,6 +22,10 @@ void Output::replaceWindow() {
 }
 
 void Output::appendInParts(std::string_view text) {
+  if (text.size() > kMaxRoom) {
+    replaceWindow();
+    if (takeDirectly(text)) return;
+  }
   while (!text.empty()) {
     if (cursor_ == end_) replaceWindow();
     const std::size_t part = std::min(text.size(), static_cast<std::size_t>(end_ - cursor_));
@@ -40,6 +44,11 @@ StringOutput::StringOutput(std::size_t expectedSize)
 Output::Window StringOutput::drain(std::string_view filled) {
   text_.append(filled);
   return {window_.get(), kWindowSize};
+}
+
+bool StringOutput::takeDirectly(std::string_view text) {
+  text_.append(text);
+  return true;
 }
 
 std::string StringOutput::take() {

@@ -60,6 +60,12 @@ class Output {
   /// Takes `filled` (may be empty), which lies in the current window, and returns the window to
   /// write to next: the same one if its bytes were copied or sent away, or another.
   virtual Window drain(std::string_view filled) = 0;
+  /// Takes a text longer than a window directly, the window being empty, and says so; false to
+  /// have it copied through windows.
+  virtual bool takeDirectly(std::string_view text) {
+    static_cast<void>(text);
+    return false;
+  }
 
  private:
   void appendInParts(std::string_view text);
@@ -80,6 +86,7 @@ class StringOutput final : public Output {
 
  private:
   Window drain(std::string_view filled) override;
+  bool takeDirectly(std::string_view text) override;
 
   std::string text_;
   std::unique_ptr<char[]> window_;

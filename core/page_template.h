@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -8,17 +7,14 @@ namespace lumisk {
 
 class Output;
 
-// The fixed text of the pages stands in real files (core/pages/), which the build embeds as lists
-// of pieces: literal text, and slots that are filled when a page is built.
+// The fixed text of the pages stands in real files (core/pages/), where editors colour it and
+// linters read it. The build embeds each as a list of literal pieces and named slots; an unknown
+// slot name fails to compile.
 
-enum class PieceKind { Literal, Slot };
+/// The host that serves the pages' client libraries.
+extern const std::string_view kCdnHost;
 
-struct TemplatePiece {
-  PieceKind kind;
-  std::string_view text;  ///< the literal itself, or the slot's name
-};
-
-/// Text for each slot that depends on the appearance alone.
+/// What the appearance decides in a page.
 struct Palette {
   std::string_view text;
   std::string_view pageBackground;
@@ -29,10 +25,24 @@ struct Palette {
   std::string_view accent;
   std::string_view carouselBorder;
   std::string_view carouselDot;
-  std::string_view codeTheme;     ///< the end of the highlighting style sheet's name
-  std::string_view diagramTheme;  ///< the diagram library's word for it
+  std::string_view codeTheme;     ///< the end of the highlighter's style sheet's name
+  std::string_view diagramTheme;  ///< the diagram library's word for the appearance
 
   static const Palette& of(bool isDark);
 };
+
+enum class PageTemplate { CodePageStart, CodePageEnd, MarkdownPage };
+
+/// What the slots of a page are filled with, each inserted as it is.
+struct PageSlots {
+  const Palette& palette;
+  std::string_view baseHref = {};
+  std::string_view source = {};
+};
+
+void appendPageTemplate(Output& out, PageTemplate page, const PageSlots& slots);
+
+/// Size in bytes of what `appendPageTemplate` writes.
+std::size_t pageTemplateSize(PageTemplate page, const PageSlots& slots);
 
 }  // namespace lumisk

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+#include <string>
 #include <string_view>
 #include <variant>
 
@@ -9,11 +9,10 @@
 
 namespace lumisk {
 
-/// The bytes of a file, in memory of its own.
+/// The bytes of a file in memory of its own, which goes when this goes.
 class FileContents {
  public:
   FileContents() = default;
-  explicit FileContents(std::string_view bytes);
   FileContents(FileContents&& other) noexcept;
   FileContents& operator=(FileContents&& other) noexcept;
   ~FileContents();
@@ -21,15 +20,18 @@ class FileContents {
   std::string_view bytes() const { return {memory_, size_}; }
 
  private:
-  friend class FileReader;
+  friend class FileReading;
   char* memory_ = nullptr;
   std::size_t size_ = 0;
-  std::size_t capacity_ = 0;
+  std::size_t capacity_ = 0;  // 0 when nothing is held
 };
 
 /// Reads the whole file at `path`. The error is in the domain "POSIX" and carries the errno and the
-/// system's text. Only regular files are read: a pipe, socket or device is refused (ENOTSUP) before
-/// it can block, a directory with EISDIR. Memory is the file's size and at most 2 MiB more.
-std::variant<FileContents, ErrorRecord> readFile(std::string_view path);
+/// system's text for it. Only regular files are read: a pipe, socket or device is refused (ENOTSUP)
+/// before it can block, a directory with EISDIR. Memory is the file's size and a constant.
+std::variant<FileContents, ErrorRecord> readFile(const std::string& path);
+
+/// Whether `path` exists and is a directory, links followed.
+bool isExistingDirectory(const std::string& path);
 
 }  // namespace lumisk

@@ -1,11 +1,11 @@
-// embed INPUT OUTPUT: writes a text file as C++ that core/page_template.h reads.
+// embed INPUT OUTPUT: writes a text file as the pieces that core/page_template.cpp includes.
 //
 // A slot is written in the text as the name in the language of that file, so that editors and
 // linters still read it: var(--quote-text) in a style sheet, {{dark-word}} in a script or page.
 // One line feed at the end of the input is dropped, because editors insist on it and a template
 // joins its parts itself.
 //
-//     a { color: var(--accent); }      Literal("a { color: "), Slot("accent"), Literal("; }")
+//     a { color: var(--accent); }   →   literal("a { color: "), LUMISK_SLOT("accent"), literal("; }")
 
 #include <cstdio>
 #include <fstream>
@@ -27,9 +27,9 @@ constexpr std::size_t kLongestLiteral = 16'000;
 void writeLiteral(std::string& out, std::string_view text) {
   while (!text.empty()) {
     const std::string_view part = text.substr(0, kLongestLiteral);
-    out += "    {PieceKind::Literal, R\"~~(";
+    out += "    literal(R\"~~(";
     out += part;
-    out += ")~~\"},\n";
+    out += ")~~\"),\n";
     text.remove_prefix(part.size());
   }
 }
@@ -46,9 +46,9 @@ std::string embedded(std::string_view text) {
       const std::size_t end = text.find(marker.close, name);
       if (end == std::string_view::npos) continue;
       writeLiteral(out, text.substr(literal, at - literal));
-      out += "    {PieceKind::Slot, \"";
+      out += "    LUMISK_SLOT(\"";
       out += text.substr(name, end - name);
-      out += "\"},\n";
+      out += "\"),\n";
       at = literal = end + marker.close.size();
       isSlot = true;
       break;

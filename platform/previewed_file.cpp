@@ -1,0 +1,26 @@
+#include "platform/previewed_file.h"
+
+#include <optional>
+#include <utility>
+
+#include "core/lowercase.h"
+#include "core/utf8.h"
+
+namespace lumisk {
+
+std::variant<PreviewedFile, ErrorRecord> PreviewedFile::load(const FileURL& url) {
+  std::variant<FileContents, ErrorRecord> contents = readFile(url.path());
+  if (auto* error = std::get_if<ErrorRecord>(&contents)) return std::move(*error);
+
+  PreviewedFile file;
+  file.contents_ = std::get<FileContents>(std::move(contents));
+  // A name is bytes; its extension is compared and shown as text.
+  file.extension_ = lowercased(withReplacementCharacters(url.pathExtension()));
+  file.kind_ = previewKindOfFile(file.extension_);
+  const std::optional<std::string_view> text = decodedUtf8(file.contents_.bytes());
+  if (!text) return undecodableTextError(file.kind_);
+  file.text_ = *text;
+  return file;
+}
+
+}  // namespace lumisk
