@@ -10,9 +10,9 @@ class Output;
 /// Containers nested deeper than this are no JSON to us: it bounds what hostile input can ask for.
 inline constexpr std::size_t kJsonMaxDepth = 512;
 
-/// Writes the JSON document `text` (well-formed UTF-8) laid out with two blanks a level, escaped for
-/// HTML as it goes; false when it is no JSON document (RFC 8259, an object or array at the top, one
-/// leading byte-order mark allowed), and then what was written means nothing.
+/// Writes the JSON document `text` (well-formed UTF-8) laid out with two blanks a level, escaped
+/// for HTML as it goes; false when it is no JSON document (RFC 8259, an object or array at the top,
+/// one leading byte-order mark allowed), and then what was written means nothing.
 ///
 /// One pass over the text with a stack of bits; no tree, no recursion. Members keep their order and
 /// a repeated key is kept each time. Strings are written with the fewest escapes. Integer literals

@@ -70,7 +70,9 @@ struct Piece {
   std::span<const Piece> included = {};  // of another file in its place
 };
 
-consteval Piece literal(std::string_view text) { return {.kind = PieceKind::Literal, .text = text}; }
+consteval Piece literal(std::string_view text) {
+  return {.kind = PieceKind::Literal, .text = text};
+}
 
 consteval Piece paletteSlot(std::string_view name) {
   for (const PaletteSlot& slot : kPaletteSlots) {

@@ -11,9 +11,8 @@ struct KindOfExtension {
 
 // In order of precedence; a new kind is a row here and a builder of its own.
 constexpr KindOfExtension kKinds[] = {
-    {"md", PreviewKind::Markdown}, {"markdown", PreviewKind::Markdown},
-    {"csv", PreviewKind::Table},   {"tsv", PreviewKind::Table},
-    {"jsonl", PreviewKind::Jsonl}, {"json", PreviewKind::Json},
+    {"md", PreviewKind::Markdown}, {"markdown", PreviewKind::Markdown}, {"csv", PreviewKind::Table},
+    {"tsv", PreviewKind::Table},   {"jsonl", PreviewKind::Jsonl},       {"json", PreviewKind::Json},
 };
 
 }  // namespace

@@ -17,10 +17,9 @@ struct LanguageOfExtension {
 
 // Only extensions that are not themselves a name or alias the highlighter knows.
 constexpr LanguageOfExtension kLanguages[] = {
-    {"js", "javascript"}, {"py", "python"}, {"rb", "ruby"},       {"rs", "rust"}, {"cpp", "cpp"},
-    {"h", "cpp"},         {"hpp", "cpp"},   {"java", "java"},     {"ts", "typescript"},
-    {"sh", "bash"},       {"yml", "yaml"},  {"kt", "kotlin"},     {"cs", "csharp"},
-    {"m", "objectivec"},
+    {"js", "javascript"}, {"py", "python"}, {"rb", "ruby"},   {"rs", "rust"},       {"cpp", "cpp"},
+    {"h", "cpp"},         {"hpp", "cpp"},   {"java", "java"}, {"ts", "typescript"}, {"sh", "bash"},
+    {"yml", "yaml"},      {"kt", "kotlin"}, {"cs", "csharp"}, {"m", "objectivec"},
 };
 
 // The opening of the block: `<pre><code class="language-cpp">`, or without a language
@@ -33,8 +32,8 @@ std::string blockStart(std::string_view fileExtension) {
 
 constexpr std::string_view kBlockEnd = "</code></pre>";
 
-void write(Output& out, std::string_view content, std::string_view baseHref,
-           std::string_view start, bool isDark) {
+void write(Output& out, std::string_view content, std::string_view baseHref, std::string_view start,
+           bool isDark) {
   appendCodePageStart(out, baseHref, isDark);
   out.append(start);
   appendEscaped(out, content, Escaping::Html);

@@ -18,8 +18,8 @@ std::optional<std::string_view> decodedUtf8(std::string_view bytes);
 /// `bytes` with each byte that is no part of a well-formed sequence replaced by U+FFFD.
 std::string withReplacementCharacters(std::string_view bytes);
 
-/// Calls `visit(char32_t codePoint, std::string_view itsBytes)` for each code point of `text`, which
-/// must be well-formed.
+/// Calls `visit(char32_t codePoint, std::string_view itsBytes)` for each code point of `text`,
+/// which must be well-formed.
 template <typename Visit>
 void forEachCodePoint(std::string_view text, Visit visit) {
   for (std::size_t at = 0; at < text.size();) {

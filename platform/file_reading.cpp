@@ -25,9 +25,7 @@ ErrorRecord posixError(int code) {
 }
 
 ErrorRecord notAFileError(mode_t mode) {
-  const char* what = S_ISFIFO(mode)   ? "named pipe"
-                     : S_ISSOCK(mode) ? "socket"
-                                      : "device";
+  const char* what = S_ISFIFO(mode) ? "named pipe" : S_ISSOCK(mode) ? "socket" : "device";
   ErrorRecord error = posixError(ENOTSUP);
   error.localizedDescription += std::string(": the item is a ") + what + ", not a file";
   return error;
@@ -93,11 +91,10 @@ class FileReading {
  private:
   int grow(std::size_t capacity) {
     capacity = std::max(capacity, kSmallestCapacity);
-    void* const memory = contents_.capacity_ == 0
-                             ? ::mmap(nullptr, capacity, PROT_READ | PROT_WRITE,
-                                      MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)
-                             : ::mremap(contents_.memory_, contents_.capacity_, capacity,
-                                        MREMAP_MAYMOVE);
+    void* const memory =
+        contents_.capacity_ == 0
+            ? ::mmap(nullptr, capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)
+            : ::mremap(contents_.memory_, contents_.capacity_, capacity, MREMAP_MAYMOVE);
     if (memory == MAP_FAILED) return errno;
     contents_.memory_ = static_cast<char*>(memory);
     contents_.capacity_ = capacity;
@@ -112,7 +109,8 @@ class FileReading {
 std::variant<FileContents, ErrorRecord> readFile(const std::string& path) {
   struct stat status = {};
   // Opening a device can act on it (a tape rewinds), so it is looked at before it is opened; and
-  // since another item may take its place in between, it is looked at again, opened without waiting.
+  // since another item may take its place in between, it is looked at again, opened without
+  // waiting.
   if (::stat(path.c_str(), &status) != 0) return posixError(errno);
   if (S_ISDIR(status.st_mode)) return posixError(EISDIR);
   if (!S_ISREG(status.st_mode)) return notAFileError(status.st_mode);

@@ -97,7 +97,8 @@ class HiddenNames {
  public:
   virtual ~HiddenNames() = default;
   /// A test for the entries of one folder, which may read that folder's own list once.
-  virtual std::function<bool(std::string_view name)> inFolder(std::string_view folderPath) const = 0;
+  virtual std::function<bool(std::string_view name)> inFolder(
+      std::string_view folderPath) const = 0;
 };
 
 /// Where the person's caches are kept; nothing when there is no such place.

@@ -8,14 +8,26 @@
 
 namespace lumisk {
 
+namespace {
+
+// A name is bytes; its extension is compared and shown as text.
+std::string lowercasedExtension(const FileURL& url) {
+  return lowercased(withReplacementCharacters(url.pathExtension()));
+}
+
+}  // namespace
+
+PreviewKind previewKindOf(const FileURL& url) {
+  return previewKindOfFile(lowercasedExtension(url));
+}
+
 std::variant<PreviewedFile, ErrorRecord> PreviewedFile::load(const FileURL& url) {
   std::variant<FileContents, ErrorRecord> contents = readFile(url.path());
   if (auto* error = std::get_if<ErrorRecord>(&contents)) return std::move(*error);
 
   PreviewedFile file;
   file.contents_ = std::get<FileContents>(std::move(contents));
-  // A name is bytes; its extension is compared and shown as text.
-  file.extension_ = lowercased(withReplacementCharacters(url.pathExtension()));
+  file.extension_ = lowercasedExtension(url);
   file.kind_ = previewKindOfFile(file.extension_);
   const std::optional<std::string_view> text = decodedUtf8(file.contents_.bytes());
   if (!text) return undecodableTextError(file.kind_);

@@ -11,6 +11,9 @@
 
 namespace lumisk {
 
+/// The kind of the file at `url`, told from its name. Never `Folder`.
+PreviewKind previewKindOf(const FileURL& url);
+
 /// A file that was read and understood as text, ready for the builder of its kind.
 class PreviewedFile {
  public:

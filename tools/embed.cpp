@@ -5,7 +5,8 @@
 // One line feed at the end of the input is dropped, because editors insist on it and a template
 // joins its parts itself.
 //
-//     a { color: var(--accent); }   →   literal("a { color: "), LUMISK_SLOT("accent"), literal("; }")
+//     a { color: var(--accent); }   →   literal("a { color: "), LUMISK_SLOT("accent"), literal(";
+//     }")
 
 #include <cstdio>
 #include <fstream>

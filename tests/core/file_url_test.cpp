@@ -84,9 +84,21 @@ TEST(FileURL, AcceptsTheFormsOfFileUris) {
 
 TEST(FileURL, RejectsWhatNamesNoLocalFile) {
   const std::vector<std::string> cases = {
-      "",           "/a/b.md",          "http://x/a",  "file:",         "file:a",
-      "file://",    "file://server/a",  "file:///a%",  "file:///a%2",   "file:///a%zz",
-      "file:///%g0", "file:///a%00b",   "trash:///a",  "file://localhostx/a", "fil",
+      "",
+      "/a/b.md",
+      "http://x/a",
+      "file:",
+      "file:a",
+      "file://",
+      "file://server/a",
+      "file:///a%",
+      "file:///a%2",
+      "file:///a%zz",
+      "file:///%g0",
+      "file:///a%00b",
+      "trash:///a",
+      "file://localhostx/a",
+      "fil",
   };
   for (const std::string& text : cases) {
     EXPECT_FALSE(FileURL::fromString(text).has_value()) << text;
@@ -119,10 +131,9 @@ TEST(FileURL, PathExtension) {
     const char* extension;
   };
   const std::vector<Row> rows = {
-      {"/a/notes.md", "md"},   {"/a/a.tar.gz", "gz"},  {"/a/Makefile", ""},
-      {"/a/.bashrc", ""},      {"/a/name.", ""},       {"/a/.profile.sh", "sh"},
-      {"/a.b/c", ""},          {"/a/x.MD", "MD"},      {"/a/folder.md/", "md"},
-      {"/a/..x", "x"},         {"/a/x. y", " y"},      {"/", ""},
+      {"/a/notes.md", "md"},   {"/a/a.tar.gz", "gz"},    {"/a/Makefile", ""}, {"/a/.bashrc", ""},
+      {"/a/name.", ""},        {"/a/.profile.sh", "sh"}, {"/a.b/c", ""},      {"/a/x.MD", "MD"},
+      {"/a/folder.md/", "md"}, {"/a/..x", "x"},          {"/a/x. y", " y"},   {"/", ""},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(FileURL::fromPath(row.path).pathExtension(), row.extension) << row.path;

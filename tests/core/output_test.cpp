@@ -16,7 +16,7 @@ std::string numberedText(std::size_t size) {
 }
 
 // Sizes around one window, one held block and their multiples.
-const std::vector<std::size_t> kSizes = {0,     1,      65535,  65536,   65537,  131072,
+const std::vector<std::size_t> kSizes = {0,      1,       65535,   65536,   65537,  131072,
                                          200001, 1048575, 1048576, 1048577, 3000000};
 
 TEST(StringOutput, HoldsExactlyWhatWasAppended) {

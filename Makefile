@@ -1,0 +1,55 @@
+# A thin layer over CMake's presets: each target installs what it needs, builds and does its job.
+PRESET ?= headless
+BUILD  := build/$(PRESET)
+.DEFAULT_GOAL := help
+.PHONY: help preview test bench format lint sanitize thread setup build
+
+help:
+	@echo 'make preview FILE=…   show FILE: write its finished page and say where it is'
+	@echo 'make test             build everything and run all tests'
+	@echo 'make bench            measure speed and memory beside other programs'
+	@echo 'make format           format the code'
+	@echo 'make lint             check format, static analysis and the pages'"'"' scripts'
+	@echo 'make sanitize         run the tests under AddressSanitizer and UBSan'
+	@echo 'make thread           run the tests that use threads under ThreadSanitizer'
+	@echo 'Needed Debian packages are in packages.txt; each target installs those it needs.'
+
+build:
+	@scripts/install-packages build test
+	@cmake --preset $(PRESET) >$(PRESET).log 2>&1 || { cat $(PRESET).log; rm -f $(PRESET).log; exit 1; }
+	@rm -f $(PRESET).log
+	@cmake --build --preset $(PRESET)
+
+preview: build
+	@test -n '$(FILE)' || { echo 'Say which file: make preview FILE=notes.md' >&2; exit 2; }
+	@$(BUILD)/bin/lumisk page "$(FILE)" >$(BUILD)/preview.html || { rm -f $(BUILD)/preview.html; exit 1; }
+	@echo 'The page is $(CURDIR)/$(BUILD)/preview.html'
+
+test: build
+	@ctest --test-dir $(BUILD) --output-on-failure -j 2
+
+bench:
+	@scripts/install-packages build bench
+	@cmake --preset bench >/dev/null
+	@cmake --build --preset bench
+	@scripts/run-benchmarks build/bench
+
+format:
+	@scripts/install-packages lint
+	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+lint:
+	@scripts/install-packages build test lint
+	@scripts/lint
+
+sanitize:
+	@scripts/install-packages build test
+	@cmake --preset sanitize >/dev/null
+	@cmake --build --preset sanitize
+	@ctest --test-dir build/sanitize --output-on-failure -j 2
+
+thread:
+	@scripts/install-packages build test
+	@cmake --preset thread >/dev/null
+	@cmake --build --preset thread
+	@ctest --test-dir build/thread --output-on-failure -j 2 -R 'Folder|Queue|Appearance|PageFile'

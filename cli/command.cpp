@@ -1,0 +1,61 @@
+#include "cli/command.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "cli/arguments.h"
+#include "cli/descriptor_output.h"
+#include "cli/page.h"
+
+namespace lumisk {
+
+namespace {
+
+int print(std::string_view text) {
+  DescriptorOutput out(STDOUT_FILENO);
+  out.append(text);
+  out.flush();
+  return exitStatusOfWriting(out.error());
+}
+
+}  // namespace
+
+int runCommand(const std::vector<std::string_view>& words) {
+  const auto parsed = parseArguments(words);
+  if (const auto* error = std::get_if<UsageError>(&parsed)) {
+    complain(error->message + "; see lumisk --help");
+    return kExitUsage;
+  }
+  const auto& arguments = std::get<Arguments>(parsed);
+  switch (arguments.subcommand) {
+    case Subcommand::Help:
+      return print(kHelpText);
+    case Subcommand::Version:
+      return print("lumisk " LUMISK_VERSION "\n");
+    case Subcommand::Page:
+      return runPage(arguments);
+  }
+  return kExitUsage;
+}
+
+void complain(std::string_view sentence) {
+  std::string line = "lumisk: ";
+  for (const char c : sentence) {
+    const auto byte = static_cast<unsigned char>(c);
+    line += byte < 0x20 || byte == 0x7F ? '?' : c;
+  }
+  line += '\n';
+  DescriptorOutput out(STDERR_FILENO);
+  out.append(line);
+  out.flush();
+}
+
+int exitStatusOfWriting(int error) {
+  if (error == 0 || error == EPIPE) return kExitSuccess;
+  complain("cannot write to standard output: " + std::generic_category().message(error));
+  return kExitFailure;
+}
+
+}  // namespace lumisk

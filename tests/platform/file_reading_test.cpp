@@ -1,0 +1,131 @@
+#include "platform/file_reading.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+#include <utility>
+
+#include "platform/argument_url.h"
+#include "platform/previewed_file.h"
+#include "support/files.h"
+
+namespace lumisk {
+namespace {
+
+using test::TemporaryFolder;
+using test::writeAll;
+
+int errorCode(const std::string& path) {
+  const auto result = readFile(path);
+  const auto* error = std::get_if<ErrorRecord>(&result);
+  if (error == nullptr) return 0;
+  EXPECT_EQ(error->domain, "POSIX");
+  EXPECT_FALSE(error->localizedDescription.empty());
+  return error->code;
+}
+
+TEST(FileReading, GivesTheBytesOfAnySize) {
+  const TemporaryFolder folder;
+  for (const std::size_t size : {0U, 1U, 4095U, 4096U, 16383U, 16384U, 16385U, 5'000'000U}) {
+    std::string bytes(size, '\0');
+    for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(i * 31 % 257);
+    writeAll(folder / "file", bytes);
+    const auto result = readFile(folder / "file");
+    ASSERT_TRUE(std::holds_alternative<FileContents>(result)) << size;
+    EXPECT_TRUE(std::get<FileContents>(result).bytes() == bytes) << size;
+  }
+}
+
+TEST(FileReading, ReadsFilesWhoseSizeIsNotTold) {
+  const auto result = readFile("/proc/self/status");
+  ASSERT_TRUE(std::holds_alternative<FileContents>(result));
+  EXPECT_NE(std::get<FileContents>(result).bytes().find("Pid:"), std::string_view::npos);
+}
+
+TEST(FileReading, ContentsCanBeMoved) {
+  const TemporaryFolder folder;
+  writeAll(folder / "file", "text");
+  FileContents first = std::get<FileContents>(readFile(folder / "file"));
+  FileContents second = std::move(first);
+  EXPECT_EQ(second.bytes(), "text");
+  FileContents third;
+  third = std::move(second);
+  EXPECT_EQ(third.bytes(), "text");
+}
+
+TEST(FileReading, ReportsTheRealReason) {
+  const TemporaryFolder folder;
+  writeAll(folder / "file", "x");
+  EXPECT_EQ(errorCode(folder / "missing"), ENOENT);
+  EXPECT_EQ(errorCode(folder.path()), EISDIR);
+  EXPECT_EQ(errorCode(folder / "file/below"), ENOTDIR);
+  ASSERT_EQ(symlink("loop", (folder / "loop").c_str()), 0);
+  EXPECT_EQ(errorCode(folder / "loop"), ELOOP);
+  EXPECT_EQ(errorCode(folder / std::string(5000, 'x')), ENAMETOOLONG);
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(errorCode(folder / "pipe"), ENOTSUP);
+  EXPECT_EQ(errorCode("/dev/null"), ENOTSUP);
+  // Memory of its own that no other process may read: a real input error, whoever runs the test.
+  EXPECT_EQ(errorCode("/proc/self/mem"), EIO);
+}
+
+TEST(FileReading, UnreadableFileIsAPermissionError) {
+  const TemporaryFolder folder;
+  writeAll(folder / "file", "x");
+  ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod((folder / "file").c_str(), 0), 0);
+  // Root may read everything, so a process without its rights does the reading.
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0 && setuid(kNobody) != 0) _exit(255);
+    _exit(errorCode(folder / "file"));
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), EACCES);
+}
+
+TEST(FileReading, TellsFoldersFromOtherItems) {
+  const TemporaryFolder folder;
+  writeAll(folder / "file", "x");
+  ASSERT_EQ(symlink(".", (folder / "link").c_str()), 0);
+  EXPECT_TRUE(isExistingDirectory(folder.path()));
+  EXPECT_TRUE(isExistingDirectory(folder / "link"));
+  EXPECT_FALSE(isExistingDirectory(folder / "file"));
+  EXPECT_FALSE(isExistingDirectory(folder / "missing"));
+}
+
+TEST(PreviewedFile, IsReadTheKindToldAndTheTextDecoded) {
+  const TemporaryFolder folder;
+  writeAll(folder / "Notes.MarkDown", "\xEF\xBB\xBF# x");
+  const auto result = PreviewedFile::load(FileURL::fromPath((folder / "Notes.MarkDown").string()));
+  const auto* file = std::get_if<PreviewedFile>(&result);
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(file->kind(), PreviewKind::Markdown);
+  EXPECT_EQ(file->extension(), "markdown");
+  EXPECT_EQ(file->text(), "# x");
+}
+
+TEST(PreviewedFile, KindIsToldFromTheNameAlone) {
+  EXPECT_EQ(previewKindOf(FileURL::fromPath("/x/data.TSV")), PreviewKind::Table);
+  EXPECT_EQ(previewKindOf(FileURL::fromPath("/x/md")), PreviewKind::Code);
+  EXPECT_EQ(previewKindOf(FileURL::fromPath("/x/a.\xFF")), PreviewKind::Code);
+}
+
+TEST(ArgumentURL, IsAPathOrAFileUri) {
+  const std::string current = std::filesystem::current_path().string();
+  EXPECT_EQ(fileURLOfArgument("a.md")->path(), current + "/a.md");
+  EXPECT_EQ(fileURLOfArgument("/a.md")->path(), "/a.md");
+  EXPECT_EQ(fileURLOfArgument("file:///a%20b")->path(), "/a b");
+  EXPECT_EQ(fileURLOfArgument("./file:x")->path(), current + "/file:x");
+  EXPECT_FALSE(fileURLOfArgument("file://elsewhere/x").has_value());
+}
+
+}  // namespace
+}  // namespace lumisk
