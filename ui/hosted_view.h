@@ -9,17 +9,24 @@
 
 namespace lumisk::ui {
 
-/// A view type: what `HostedView` can host. It keeps its state in a `ViewState` or alike.
+/// A view type: what `HostedView` can host.
 ///
 ///  - `body()` is pure: it says what the state of the moment looks like.
-///  - `onAppear()` is called each time the view comes on screen, before its body is first drawn.
-///  - `setOnChange(f)`: `f` is called on the main thread after every change of state; an empty
-///    function ends that.
+///  - `onAppear()`, if there is one, is called each time the view comes on screen, before its body
+///    is first drawn.
+///  - `setOnChange(f)`, if the view has a state (see `ViewState`): `f` is called on the main thread
+///    after every change of it; an empty function ends that.
 template <typename V>
-concept Hostable = requires(V& view, const V& constant, std::function<void()> function) {
-  { constant.body() } -> std::convertible_to<View>;
+concept Hostable = requires(const V& view) {
+  { view.body() } -> std::convertible_to<View>;
+};
+template <typename V>
+concept HasAppearTrigger = requires(V& view) {
   view.onAppear();
-  view.setOnChange(function);
+};
+template <typename V>
+concept HasState = requires(V& view, std::function<void()> onChange) {
+  view.setOnChange(onChange);
 };
 
 /// A view of any type, with its state, in the hands of whoever draws it.
@@ -40,7 +47,7 @@ class HostedView {
   void onAppear() { view_->onAppear(); }
   void setOnChange(std::function<void()> onChange) { view_->setOnChange(std::move(onChange)); }
 
-  /// The hosted view when it is a V, else null. For tests and for hosts that greet kinds apart.
+  /// The hosted view when it is a V, else null. For tests and for hosts that tell kinds apart.
   template <typename V>
   const V* as() const {
     const auto* holder = dynamic_cast<const Holder<V>*>(view_.get());
@@ -60,11 +67,13 @@ class HostedView {
   template <typename V>
   struct Holder final : Interface {
     explicit Holder(V hosted) : view(std::move(hosted)) {}
-    ~Holder() override { view.setOnChange({}); }
+    ~Holder() override { Holder::setOnChange({}); }
     View body() const override { return view.body(); }
-    void onAppear() override { view.onAppear(); }
-    void setOnChange(std::function<void()> onChange) override {
-      view.setOnChange(std::move(onChange));
+    void onAppear() override {
+      if constexpr (HasAppearTrigger<V>) view.onAppear();
+    }
+    void setOnChange([[maybe_unused]] std::function<void()> onChange) override {
+      if constexpr (HasState<V>) view.setOnChange(std::move(onChange));
     }
     V view;
   };
