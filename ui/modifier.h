@@ -29,9 +29,9 @@ inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
 /// without a figure is as long as the view's. `maxWidth` gives a frame that is as wide as its
 /// surroundings allow, up to that length.
 struct Frame {
-  std::optional<double> width;
-  std::optional<double> height;
-  std::optional<double> maxWidth;
+  std::optional<double> width = {};
+  std::optional<double> height = {};
+  std::optional<double> maxWidth = {};
   HorizontalAlignment alignment = HorizontalAlignment::Center;
   bool operator==(const Frame&) const = default;
 };

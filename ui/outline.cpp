@@ -98,16 +98,16 @@ struct NodePrinter {
   void operator()(const Image& image) const {
     line.kind("image");
     if (const auto* icon = std::get_if<NamedIcon>(&image.source)) {
-      line.field("icon", quoted(icon->name));
+      line.field("icon", inQuotes(icon->name));
     } else {
-      line.field("file", quoted(std::get<FileIcon>(image.source).path));
+      line.field("file", inQuotes(std::get<FileIcon>(image.source).path));
     }
     line.flag("resizable", image.isResizable);
   }
   void operator()(const SegmentedPicker& picker) const {
     line.kind("picker");
-    if (!picker.label.empty()) line.field("label", quoted(picker.label));
-    line.field("selection", quoted(picker.selection));
+    if (!picker.label.empty()) line.field("label", inQuotes(picker.label));
+    line.field("selection", inQuotes(picker.selection));
   }
   void operator()(const List& list) const {
     line.kind("list");
@@ -121,7 +121,7 @@ struct NodePrinter {
   void operator()(const WebPage& page) const {
     line.kind("webpage");
     line.field("length", std::to_string(page.htmlContent.size()));
-    if (page.baseURL) line.field("base", quoted(page.baseURL->absoluteString()));
+    if (page.baseURL) line.field("base", inQuotes(page.baseURL->absoluteString()));
     line.flag("on-checkbox-toggle", page.onCheckboxToggle.isPresent());
     line.flag("on-load", page.onLoad.isPresent());
   }
@@ -129,9 +129,9 @@ struct NodePrinter {
  private:
   void printText(std::string_view text) const {
     if (text.size() <= kOutlineTextLimit) {
-      line.word(quoted(text));
+      line.word(inQuotes(text));
     } else {
-      line.word(quoted(beginningOf(text)));
+      line.word(inQuotes(beginningOf(text)));
       line.field("length", std::to_string(text.size()));
     }
   }
@@ -201,8 +201,8 @@ class TreePrinter {
       beginLine();
       Line line(out_);
       line.kind("segment");
-      line.word(quoted(segment.title));
-      line.field("tag", quoted(segment.tag));
+      line.word(inQuotes(segment.title));
+      line.field("tag", inQuotes(segment.tag));
       out_ += '\n';
     }
   }

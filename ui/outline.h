@@ -28,6 +28,6 @@ inline constexpr std::size_t kOutlineTextLimit = 256;
 /// `text` (any bytes) in double quotes on one line. \" \\ \n \r \t; other control characters, line
 /// and paragraph separators, marks that reorder a line and the byte-order mark as \u{hex}; bytes
 /// that are no UTF-8 as \xhh. Everything else as itself.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 }  // namespace lumisk::ui

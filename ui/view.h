@@ -34,7 +34,7 @@ using Spacing = std::optional<double>;
 /// Children below one another.
 struct VStack {
   HorizontalAlignment alignment = HorizontalAlignment::Center;
-  Spacing spacing;
+  Spacing spacing = {};
   std::vector<View> children;
   bool operator==(const VStack& other) const noexcept;
 };
@@ -42,7 +42,7 @@ struct VStack {
 /// Children side by side, from the leading edge to the trailing one.
 struct HStack {
   VerticalAlignment alignment = VerticalAlignment::Center;
-  Spacing spacing;
+  Spacing spacing = {};
   std::vector<View> children;
   bool operator==(const HStack& other) const noexcept;
 };
@@ -55,7 +55,7 @@ struct Overlay {
 
 /// Takes the room that a stack has left, at least `minLength` (absent: the toolkit's usual length).
 struct Spacer {
-  std::optional<double> minLength;
+  std::optional<double> minLength = {};
   bool operator==(const Spacer&) const = default;
 };
 
@@ -80,46 +80,46 @@ enum class ForegroundRole { Primary, Secondary };
 
 /// Text as it stands: no markup in it, no key to look up. It wraps; with a line limit it is cut.
 struct Text {
-  SharedText text;
-  Font font;
+  SharedText text = {};
+  Font font = {};
   ForegroundRole foreground = ForegroundRole::Primary;
   bool isSelectable = false;
-  std::optional<int> lineLimit;
+  std::optional<int> lineLimit = {};
   bool operator==(const Text&) const = default;
 };
 
 /// The icon that a theme knows under this name.
 struct NamedIcon {
-  std::string name;
+  std::string name = {};
   bool operator==(const NamedIcon&) const = default;
 };
 
 /// The icon of the item at this path (bytes).
 struct FileIcon {
-  std::string path;
+  std::string path = {};
   bool operator==(const FileIcon&) const = default;
 };
 
 /// An icon, at its own size, or stretched to its frame when it is resizable.
 struct Image {
-  std::variant<NamedIcon, FileIcon> source;
+  std::variant<NamedIcon, FileIcon> source = {};
   bool isResizable = false;
   bool operator==(const Image&) const = default;
 };
 
 struct Segment {
-  std::string tag;
-  std::string title;
+  std::string tag = {};
+  std::string title = {};
   bool operator==(const Segment&) const = default;
 };
 
 /// A row of segments of which one is selected. An empty label takes no room; a choice of the
 /// segment that is selected already is not reported.
 struct SegmentedPicker {
-  std::string label;
-  std::vector<Segment> segments;
-  std::string selection;  ///< a segment's tag
-  Action<const std::string&> onSelect;
+  std::string label = {};
+  std::vector<Segment> segments = {};
+  std::string selection = {};  ///< a segment's tag
+  Action<const std::string&> onSelect = {};
   bool operator==(const SegmentedPicker&) const = default;
 };
 
@@ -139,7 +139,7 @@ class RowSource {
 /// Rows below one another that scroll, in the toolkit's usual style; no selection. Two lists are
 /// equal when they show the same source. Never without one.
 struct List {
-  std::shared_ptr<const RowSource> rows;
+  std::shared_ptr<const RowSource> rows = {};
   bool operator==(const List&) const = default;
 };
 
@@ -170,10 +170,10 @@ struct ProgressIndicator {
 /// A web page. Whoever draws it keeps one web view for as long as the node keeps its place in the
 /// tree, and loads again exactly when `htmlContent` or `baseURL` changed.
 struct WebPage {
-  SharedText htmlContent;
-  std::optional<FileURL> baseURL;
-  Action<std::int64_t, bool> onCheckboxToggle;
-  Action<> onLoad;
+  SharedText htmlContent = {};
+  std::optional<FileURL> baseURL = {};
+  Action<std::int64_t, bool> onCheckboxToggle = {};
+  Action<> onLoad = {};
   bool operator==(const WebPage&) const = default;
 };
 

@@ -25,13 +25,13 @@ class Coordinator;
 /// A value: it owns nothing. Whoever draws it makes a coordinator, then a web view, and keeps both
 /// for as long as the view keeps its place; see `PageHost`.
 struct HTMLPreviewView {
-  ui::SharedText htmlContent;
+  ui::SharedText htmlContent = {};
   /// The folder of the previewed file; matters only when the page cannot be loaded from a file.
-  std::optional<FileURL> baseURL;
+  std::optional<FileURL> baseURL = {};
   /// Called with the checkbox's place among all of the page's, from 0, and its new state.
-  ui::Action<std::int64_t, bool> onCheckboxToggle;
+  ui::Action<std::int64_t, bool> onCheckboxToggle = {};
   /// Called after every finished navigation.
-  ui::Action<> onLoad;
+  ui::Action<> onLoad = {};
 
   ui::View body() const;
 

@@ -28,6 +28,7 @@ constexpr std::string_view kTemporarySuffix = ".tmp";
 
 constexpr mode_t kOwnerOnlyFolder = 0700;
 constexpr mode_t kOwnerOnlyFile = 0600;
+constexpr mode_t kPermissions = 07777;
 
 // Linux writes at most this much at once; asking for more is an error elsewhere.
 constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
@@ -51,7 +52,7 @@ Descriptor openPrivateFolder(const std::string& path) {
   struct stat status {};
   if (!folder.isOpen() || ::fstat(folder.number(), &status) != 0) return {};
   if (status.st_uid != ::geteuid()) return {};
-  if ((status.st_mode & ~S_IFMT) != kOwnerOnlyFolder &&
+  if ((status.st_mode & kPermissions) != kOwnerOnlyFolder &&
       ::fchmod(folder.number(), kOwnerOnlyFolder) != 0) {
     return {};
   }

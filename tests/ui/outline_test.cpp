@@ -46,14 +46,17 @@ TEST(Outline, DefaultsAreLeftOut) {
 
 TEST(Outline, StatesWhatDiffersFromTheDefault) {
   expectLines({
-      {"leading", VStack{.alignment = HorizontalAlignment::Leading}, "vstack alignment=leading"},
-      {"trailing", VStack{.alignment = HorizontalAlignment::Trailing}, "vstack alignment=trailing"},
-      {"top", HStack{.alignment = VerticalAlignment::Top}, "hstack alignment=top"},
-      {"bottom", HStack{.alignment = VerticalAlignment::Bottom}, "hstack alignment=bottom"},
-      {"no spacing", VStack{.spacing = 0}, "vstack spacing=0"},
-      {"spacing", HStack{.spacing = 10}, "hstack spacing=10"},
+      {"leading", VStack{.alignment = HorizontalAlignment::Leading, .children = {}},
+       "vstack alignment=leading"},
+      {"trailing", VStack{.alignment = HorizontalAlignment::Trailing, .children = {}},
+       "vstack alignment=trailing"},
+      {"top", HStack{.alignment = VerticalAlignment::Top, .children = {}}, "hstack alignment=top"},
+      {"bottom", HStack{.alignment = VerticalAlignment::Bottom, .children = {}},
+       "hstack alignment=bottom"},
+      {"no spacing", VStack{.spacing = 0, .children = {}}, "vstack spacing=0"},
+      {"spacing", HStack{.spacing = 10, .children = {}}, "hstack spacing=10"},
       {"alignment before spacing",
-       VStack{.alignment = HorizontalAlignment::Leading, .spacing = 2.5},
+       VStack{.alignment = HorizontalAlignment::Leading, .spacing = 2.5, .children = {}},
        "vstack alignment=leading spacing=2.5"},
       {"spacer with a length", Spacer{.minLength = 0}, "spacer min=0"},
       {"headline", Text{.text = "a", .font = {.size = TextStyle::Headline}},
@@ -165,7 +168,7 @@ TEST(Outline, TheBeginningOfALongTextEndsBetweenCharacters) {
 
 TEST(Outline, NumbersAreWrittenTheSameInEveryLocale) {
   const char* const found = std::setlocale(LC_ALL, "de_DE.UTF-8");
-  EXPECT_EQ(outline(VStack{.spacing = 0.95}), "vstack spacing=0.95\n");
+  EXPECT_EQ(outline(VStack{.spacing = 0.95, .children = {}}), "vstack spacing=0.95\n");
   if (found) std::setlocale(LC_ALL, "C");
 }
 

@@ -73,7 +73,7 @@ std::size_t lengthFromFirstByte(char first) {
 
 }  // namespace
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string out = "\"";
   for (std::size_t at = 0; at < text.size();) {
     const std::string_view bytes = text.substr(at, lengthFromFirstByte(text[at]));

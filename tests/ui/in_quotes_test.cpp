@@ -10,8 +10,8 @@
 namespace lumisk::ui {
 namespace {
 
-// Undoes `quoted`: what a reader does who wants the bytes back.
-std::string unquoted(std::string_view line) {
+// Undoes `inQuotes`: what a reader does who wants the bytes back.
+std::string withoutQuotes(std::string_view line) {
   std::string bytes;
   for (std::size_t at = 1; at + 1 < line.size(); ++at) {
     if (line[at] != '\\') {
@@ -35,24 +35,24 @@ std::string unquoted(std::string_view line) {
 }
 
 void expectReadableOnOneLine(const std::string& bytes) {
-  const std::string line = quoted(bytes);
+  const std::string line = inQuotes(bytes);
   EXPECT_TRUE(isValidUtf8(line)) << line;
   EXPECT_EQ(line.front(), '"');
   EXPECT_EQ(line.back(), '"');
   for (const char c : line) {
     EXPECT_FALSE(static_cast<unsigned char>(c) < 0x20 || c == 0x7F) << line;
   }
-  EXPECT_EQ(unquoted(line), bytes) << line;
+  EXPECT_EQ(withoutQuotes(line), bytes) << line;
 }
 
-struct QuotedCase {
+struct InQuotesCase {
   const char* label;
   std::string bytes;
   const char* line;
 };
 
-TEST(Quoted, EscapesWhatCannotBeReadOnOneLine) {
-  const QuotedCase cases[] = {
+TEST(InQuotes, EscapesWhatCannotBeReadOnOneLine) {
+  const InQuotesCase cases[] = {
       {"nothing", "", R"("")"},
       {"plain", "notes.md", R"("notes.md")"},
       {"letters of other scripts", "Größe 日本", R"("Größe 日本")"},
@@ -72,17 +72,17 @@ TEST(Quoted, EscapesWhatCannotBeReadOnOneLine) {
       {"above the last code point", "\xF4\x90\x80\x80", R"("\xf4\x90\x80\x80")"},
       {"cut before a character", "\xE2\x82\xC3\xA9", "\"\\xe2\\x82\xC3\xA9\""},
   };
-  for (const QuotedCase& row : cases) EXPECT_EQ(quoted(row.bytes), row.line) << row.label;
+  for (const InQuotesCase& row : cases) EXPECT_EQ(inQuotes(row.bytes), row.line) << row.label;
 }
 
-TEST(Quoted, EveryByteCanBeReadBack) {
+TEST(InQuotes, EveryByteCanBeReadBack) {
   for (int byte = 0; byte < 256; ++byte) {
     expectReadableOnOneLine(std::string(1, static_cast<char>(byte)));
     expectReadableOnOneLine("a" + std::string(1, static_cast<char>(byte)) + "b");
   }
 }
 
-TEST(Quoted, EverySequenceOfThreeTellingBytesCanBeReadBack) {
+TEST(InQuotes, EverySequenceOfThreeTellingBytesCanBeReadBack) {
   const std::string telling = std::string("\0", 1) + "\n\"\\xu{}4\x7F\x80\xBF\xC2\xE2\xED\xF0\xFF";
   for (const char first : telling) {
     for (const char second : telling) {
@@ -91,12 +91,12 @@ TEST(Quoted, EverySequenceOfThreeTellingBytesCanBeReadBack) {
   }
 }
 
-TEST(Quoted, EveryCodePointCanBeReadBack) {
+TEST(InQuotes, EveryCodePointCanBeReadBack) {
   for (char32_t point = 0; point <= 0x10FFFF; point += point < 0x3000 ? 1 : 251) {
     if (point >= 0xD800 && point <= 0xDFFF) continue;
     std::string bytes;
     appendUtf8(bytes, point);
-    ASSERT_EQ(unquoted(quoted(bytes)), bytes) << std::hex << static_cast<unsigned>(point);
+    ASSERT_EQ(withoutQuotes(inQuotes(bytes)), bytes) << std::hex << static_cast<unsigned>(point);
   }
 }
 
