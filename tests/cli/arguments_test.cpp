@@ -38,6 +38,19 @@ TEST(Arguments, AcceptsEveryFormOfPage) {
   }
 }
 
+TEST(Arguments, DescribeTakesTheModesOfEveryView) {
+  for (const auto mode : {DocumentMode::Formatted, DocumentMode::Rendered, DocumentMode::Source,
+                          DocumentMode::Text}) {
+    const auto parsed = parseArguments({"describe", "--mode", nameOf(mode), "--dark", "a"});
+    const auto* arguments = std::get_if<Arguments>(&parsed);
+    ASSERT_NE(arguments, nullptr) << nameOf(mode);
+    EXPECT_EQ(arguments->subcommand, Subcommand::Describe);
+    EXPECT_EQ(arguments->mode, mode);
+    EXPECT_TRUE(arguments->isDark);
+    EXPECT_EQ(arguments->path, "a");
+  }
+}
+
 TEST(Arguments, RejectsWhatMeansNothing) {
   const std::vector<Words> rows = {
       {},
@@ -51,6 +64,11 @@ TEST(Arguments, RejectsWhatMeansNothing) {
       {"page", "a", "--mode"},
       {"page", "--mode", "raw", "a"},
       {"page", "--mode=", "a"},
+      {"page", "--mode", "rendered", "a"},
+      {"page", "--mode", "source", "a"},
+      {"describe"},
+      {"describe", "--mode", "raw", "a"},
+      {"describe", "--mode"},
       {"--version", "x"},
       {"--nonsense"},
   };
@@ -63,7 +81,8 @@ TEST(Arguments, RejectsWhatMeansNothing) {
 }
 
 TEST(Arguments, HelpNamesEveryOption) {
-  for (const char* word : {"page", "--dark", "--light", "--mode", "--help", "--version"}) {
+  for (const char* word :
+       {"page", "describe", "--dark", "--light", "--mode", "--help", "--version"}) {
     EXPECT_NE(kHelpText.find(word), std::string_view::npos) << word;
   }
 }
