@@ -8,10 +8,14 @@
 
 namespace lumisk {
 
-enum class Subcommand { Page, Help, Version };
+enum class Subcommand { Page, Describe, Help, Version };
 
-/// Which form of a document that has two is meant.
-enum class DocumentMode { Formatted, Text };
+/// Which form of a document that has two is meant. JSON has a formatted one and its text, Markdown
+/// a rendered one and its source; the last of each pair are two names for the same.
+enum class DocumentMode { Formatted, Rendered, Source, Text };
+
+/// The mode's word on the command line.
+std::string_view nameOf(DocumentMode mode);
 
 /// What the command line asks for.
 struct Arguments {

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "cli/arguments.h"
+#include "cli/describe.h"
 #include "cli/descriptor_output.h"
 #include "cli/page.h"
 
@@ -36,6 +37,8 @@ int runCommand(const std::vector<std::string_view>& words) {
       return print("lumisk " LUMISK_VERSION "\n");
     case Subcommand::Page:
       return runPage(arguments);
+    case Subcommand::Describe:
+      return runDescribe(arguments);
   }
   return kExitUsage;
 }

@@ -14,11 +14,11 @@ inline constexpr std::size_t kJsonMaxDepth = 512;
 /// for HTML as it goes; false when it is no JSON document (RFC 8259, an object or array at the top,
 /// one leading byte-order mark allowed), and then what was written means nothing.
 ///
-/// One pass over the text with a stack of bits; no tree, no recursion. Members keep their order and
-/// a repeated key is kept each time. Strings are written with the fewest escapes. Integer literals
-/// keep their digits. A literal with fraction or exponent becomes the shortest decimal that reads
-/// back as the same double; with more than 17 significant digits, or beyond what a double holds, it
-/// stays as written, so that no digit of the file is lost.
+/// One pass over the text with a stack of one byte a level; no tree, no recursion. Members keep
+/// their order and a repeated key is kept each time. Strings are written with the fewest escapes.
+/// Integer literals keep their digits. A literal with fraction or exponent becomes the shortest
+/// decimal that reads back as the same double; with more than 17 significant digits, or beyond what
+/// a double holds, it stays as written, so that no digit of the file is lost.
 ///
 ///     {"a":[1.0,"x\/y"],"b":{}}   →   {
 ///                                       "a" : [
@@ -30,5 +30,10 @@ inline constexpr std::size_t kJsonMaxDepth = 512;
 ///                                       }
 ///                                     }
 [[nodiscard]] bool appendFormattedJson(Output& out, std::string_view text);
+
+/// The same for a `text` that lies in a longer one, which makes short documents faster: blocks of
+/// bytes that reach over the end of `text` may be loaded.
+[[nodiscard]] bool appendFormattedJson(Output& out, std::string_view text,
+                                       std::string_view surrounding);
 
 }  // namespace lumisk

@@ -11,15 +11,12 @@ namespace {
 // no cost.
 constexpr std::size_t kWindowSize = Output::kMaxRoom;
 
-// A held block is filled once and copied once, so it only has to be large enough to make its
-// allocation no cost; what a page's memory may exceed its size by is one block.
-constexpr std::size_t kBlockSize = std::size_t{1024} * 1024;
+// Holds the documents that are shown most often, and stays in the second-level cache.
+constexpr std::size_t kDraftSize = std::size_t{256} * 1024;
 
 }  // namespace
 
-void Output::replaceWindow() {
-  setWindow(drain({begin_, static_cast<std::size_t>(cursor_ - begin_)}));
-}
+void Output::replaceWindow() { setWindow(drain(filled())); }
 
 void Output::appendInParts(std::string_view text) {
   if (text.size() > kMaxRoom) {
@@ -56,35 +53,18 @@ std::string StringOutput::take() {
   return std::exchange(text_, {});
 }
 
-HeldOutput::HeldOutput() { drop(); }
-
-Output::Window HeldOutput::drain(std::string_view filled) {
-  if (!blocks_.empty()) {
-    blocks_.back().used = filled.size();
-    size_ += filled.size();
-  }
-  blocks_.push_back({std::make_unique_for_overwrite<char[]>(kBlockSize), 0});
-  return {blocks_.back().memory.get(), kBlockSize};
+DraftOutput::DraftOutput() : memory_(std::make_unique_for_overwrite<char[]>(kDraftSize)) {
+  restart();
 }
 
-void HeldOutput::drop() {
-  if (blocks_.empty()) blocks_.push_back({std::make_unique_for_overwrite<char[]>(kBlockSize), 0});
-  blocks_.resize(1);
-  size_ = 0;
-  setWindow({blocks_.front().memory.get(), kBlockSize});
+Output::Window DraftOutput::drain(std::string_view filled) {
+  lostSize_ += filled.size();
+  return {memory_.get(), kDraftSize};
 }
 
-void HeldOutput::release(Output& destination) {
-  flush();
-  std::unique_ptr<char[]> spare = std::move(blocks_.back().memory);
-  blocks_.pop_back();
-  for (Block& block : blocks_) {
-    destination.append({block.memory.get(), block.used});
-    block.memory.reset();
-  }
-  blocks_.clear();
-  blocks_.push_back({std::move(spare), 0});
-  drop();
+void DraftOutput::restart() {
+  lostSize_ = 0;
+  setWindow({memory_.get(), kDraftSize});
 }
 
 }  // namespace lumisk

@@ -5,7 +5,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lumisk {
 
@@ -57,6 +56,8 @@ class Output {
     begin_ = cursor_ = window.begin;
     end_ = window.begin + window.size;
   }
+  /// What the window holds.
+  std::string_view filled() const { return {begin_, static_cast<std::size_t>(cursor_ - begin_)}; }
   /// Takes `filled` (may be empty), which lies in the current window, and returns the window to
   /// write to next: the same one if its bytes were copied or sent away, or another.
   virtual Window drain(std::string_view filled) = 0;
@@ -92,27 +93,26 @@ class StringOutput final : public Output {
   std::unique_ptr<char[]> window_;
 };
 
-/// Keeps what is written in blocks until it is known whether it is wanted. A JSON formatter learns
-/// only at the last byte that the text is no JSON; what it wrote until then is then dropped.
-class HeldOutput final : public Output {
+/// Writes on trial: counts everything, and keeps it as long as it fits in a small memory. Whether a
+/// text is JSON is known at its last byte only. What was written until then is here if it is small;
+/// if it is large it is written once more, because going through the text twice costs less than
+/// fresh memory for all of the output.
+class DraftOutput final : public Output {
  public:
-  HeldOutput();
-  std::size_t size() const { return size_; }
-  /// Moves everything to `destination`, releasing each block once it is copied, and starts anew
-  /// with the last block's memory. Call it instead of `flush`.
-  void release(Output& destination);
-  /// Forgets everything.
-  void drop();
+  DraftOutput();
+  /// Bytes written since the last `restart`.
+  std::size_t size() const { return lostSize_ + filled().size(); }
+  /// Whether `text` is everything that was written.
+  bool isComplete() const { return lostSize_ == 0; }
+  std::string_view text() const { return filled(); }
+  /// Forgets what was written.
+  void restart();
 
  private:
-  struct Block {
-    std::unique_ptr<char[]> memory;
-    std::size_t used;
-  };
   Window drain(std::string_view filled) override;
 
-  std::vector<Block> blocks_;
-  std::size_t size_ = 0;
+  std::unique_ptr<char[]> memory_;
+  std::size_t lostSize_ = 0;
 };
 
 }  // namespace lumisk

@@ -15,9 +15,9 @@ std::string numberedText(std::size_t size) {
   return text;
 }
 
-// Sizes around one window, one held block and their multiples.
-const std::vector<std::size_t> kSizes = {0,      1,       65535,   65536,   65537,  131072,
-                                         200001, 1048575, 1048576, 1048577, 3000000};
+// Sizes around one window, one draft and their multiples.
+const std::vector<std::size_t> kSizes = {0,      1,      65535,  65536,  65537,  131072,
+                                         200001, 262143, 262144, 262145, 3000000};
 
 TEST(StringOutput, HoldsExactlyWhatWasAppended) {
   for (const std::size_t size : kSizes) {
@@ -56,27 +56,32 @@ TEST(StringOutput, GivesRoomOfTheGreatestSizeAfterAnyFill) {
   }
 }
 
-TEST(HeldOutput, ReleasesEverythingInOrder) {
-  HeldOutput held;
+TEST(DraftOutput, CountsEverythingAndKeepsWhatIsSmall) {
+  DraftOutput draft;
   for (const std::size_t size : kSizes) {  // one object again and again, as for records
     const std::string text = numberedText(size);
-    held.append(text);
-    StringOutput out(0);
-    held.release(out);
-    EXPECT_EQ(out.take(), text) << size;
+    draft.restart();
+    draft.append(text);
+    EXPECT_EQ(draft.size(), size);
+    EXPECT_EQ(draft.isComplete(), size <= 256 * 1024) << size;
+    if (draft.isComplete()) {
+      EXPECT_EQ(draft.text(), text) << size;
+    }
   }
 }
 
-TEST(HeldOutput, ForgetsWhatIsDropped) {
-  for (const std::size_t size : kSizes) {
-    HeldOutput held;
-    held.append(numberedText(size));
-    held.drop();
-    held.append("kept");
-    StringOutput out(0);
-    held.release(out);
-    EXPECT_EQ(out.take(), "kept") << size;
+TEST(DraftOutput, CountsWhatWasWrittenIntoItsRoom) {
+  DraftOutput draft;
+  for (std::size_t i = 1; i <= 1000; ++i) {
+    char* to = draft.room(Output::kMaxRoom);
+    std::fill_n(to, 1000, 'x');
+    draft.advance(to + 1000);
+    ASSERT_EQ(draft.size(), i * 1000);
+    if (draft.isComplete()) {
+      ASSERT_EQ(draft.text(), std::string(i * 1000, 'x'));
+    }
   }
+  EXPECT_FALSE(draft.isComplete());
 }
 
 }  // namespace

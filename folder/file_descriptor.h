@@ -1,0 +1,33 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace lumisk {
+
+/// Owns a file descriptor, or none.
+class FileDescriptor {
+ public:
+  FileDescriptor() = default;
+  /// Takes over what `open` returned: a descriptor, or a negative number for none.
+  explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
+  FileDescriptor(FileDescriptor&& other) noexcept
+      : descriptor_(std::exchange(other.descriptor_, -1)) {}
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+    std::swap(descriptor_, other.descriptor_);
+    return *this;
+  }
+  ~FileDescriptor() { reset(); }
+
+  bool isOpen() const { return descriptor_ >= 0; }
+  int get() const { return descriptor_; }
+  void reset() {
+    if (isOpen()) close(std::exchange(descriptor_, -1));
+  }
+
+ private:
+  int descriptor_ = -1;
+};
+
+}  // namespace lumisk

@@ -1,0 +1,125 @@
+#include "folder/folder_listing.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "folder/directory_reader.h"
+#include "folder/file_size_text.h"
+
+namespace lumisk {
+namespace {
+
+constexpr const char* kUnknownDate = "—";
+constexpr const char* kNoSize = "—";
+constexpr const char* kUnknownSize = "?";
+
+/// The names of all entries, hidden ones included, before any of them is looked at; nothing when
+/// they cannot all be read.
+std::optional<std::vector<std::string>> readNames(const FileDescriptor& folder) {
+  std::vector<std::string> names;
+  DirectoryReader reader;
+  reader.start(folder);
+  for (DirectoryReader::Entry entry; reader.next(entry);) names.emplace_back(entry.name);
+  if (reader.hasFailed()) return std::nullopt;
+  return names;
+}
+
+std::optional<struct stat> statusOf(const FileDescriptor& folder, const std::string& name) {
+  struct stat status {};
+  const int result = fstatat(folder.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
+  return result == 0 ? std::optional(status) : std::nullopt;
+}
+
+/// Builds the items of one folder.
+class ItemBuilder {
+ public:
+  ItemBuilder(const std::string& path, const DateFormatter& dateFormatter, const Icons& icons)
+      : entryPath_(path.ends_with('/') ? path : path + '/'),
+        folderLength_(entryPath_.size()),
+        dateFormatter_(dateFormatter),
+        icons_(icons) {}
+
+  FileItem build(std::string name, const std::optional<struct stat>& status) {
+    const bool isDirectory = status && S_ISDIR(status->st_mode);
+    FileItem item;
+    item.id = ids_.next();
+    item.icon = iconOf(name, isDirectory);
+    item.name = std::move(name);
+    item.size = sizeText(status, isDirectory);
+    item.date = status ? dateFormatter_.stringFromDate(status->st_mtim) : kUnknownDate;
+    item.isDirectory = isDirectory;
+    return item;
+  }
+
+ private:
+  Icon iconOf(const std::string& name, bool isDirectory) {
+    entryPath_.replace(folderLength_, std::string::npos, name);
+    return icons_.iconForFile(entryPath_, isDirectory);
+  }
+
+  static std::string sizeText(const std::optional<struct stat>& status, bool isDirectory) {
+    if (isDirectory) return kNoSize;
+    return status ? formatFileSize(status->st_size) : kUnknownSize;
+  }
+
+  std::string entryPath_;
+  std::size_t folderLength_;
+  const DateFormatter& dateFormatter_;
+  const Icons& icons_;
+  UuidSource ids_;
+};
+
+/// Where an item stands in the order, its key made once.
+struct SortEntry {
+  bool isDirectory;
+  std::string key;
+  std::size_t index;
+};
+
+bool comesBefore(const SortEntry& a, const SortEntry& b) {
+  return a.isDirectory != b.isDirectory ? a.isDirectory : a.key < b.key;
+}
+
+std::vector<FileItem> sorted(std::vector<FileItem> items, const Collation& collation) {
+  std::vector<SortEntry> order;
+  order.reserve(items.size());
+  for (const FileItem& item : items) {
+    order.push_back({item.isDirectory, collation.sortKey(item.name), order.size()});
+  }
+  std::ranges::stable_sort(order, comesBefore);
+  std::vector<FileItem> result;
+  result.reserve(items.size());
+  for (const SortEntry& entry : order) result.push_back(std::move(items[entry.index]));
+  return result;
+}
+
+}  // namespace
+
+std::optional<FolderListing> listFolder(const std::string& path, const DateFormatter& dateFormatter,
+                                        const Platform& platform) {
+  const FileDescriptor folder = openFolder(path.c_str());
+  if (!folder.isOpen()) return std::nullopt;
+  auto names = readNames(folder);
+  if (!names) return std::nullopt;
+
+  const auto isHidden = platform.hiddenNames.inFolder(path);
+  ItemBuilder builder(path, dateFormatter, platform.icons);
+  FolderListing listing;
+  listing.items.reserve(names->size());
+  for (std::string& name : *names) {
+    const std::optional<struct stat> status = statusOf(folder, name);
+    // What cannot be looked at is not known to be hidden either.
+    if (status && isHidden(name)) {
+      ++listing.hiddenCount;
+    } else {
+      listing.items.push_back(builder.build(std::move(name), status));
+    }
+  }
+  listing.items = sorted(std::move(listing.items), platform.collation);
+  return listing;
+}
+
+}  // namespace lumisk

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "support/files.h"
+#include "ui/outline.h"
+#include "ui/view.h"
+
+namespace lumisk::test {
+
+/// Expects the outline of `view` to be the file of this name in tests/expected. A page's length is
+/// no layout: there the files say PAGE where the page has `pageLength` bytes.
+inline void expectOutline(const ui::View& view, std::string_view name, std::size_t pageLength) {
+  std::string outline = ui::outline(view);
+  const std::string length = "webpage length=" + std::to_string(pageLength) + " ";
+  for (std::size_t at = 0; (at = outline.find(length, at)) != std::string::npos; ++at) {
+    outline.replace(at, length.size(), "webpage length=PAGE ");
+  }
+  const auto folder = std::filesystem::path(LUMISK_SOURCE) / "tests" / "expected";
+  expectFile(folder / (std::string(name) + ".outline"), outline);
+}
+
+/// The nodes of one kind in `view`, from the top down.
+template <typename Kind>
+void collect(const ui::View& view, std::vector<Kind>& found) {
+  const auto collectAll = [&](const std::vector<ui::View>& views) {
+    for (const ui::View& child : views) collect(child, found);
+  };
+  if (const auto* node = std::get_if<Kind>(&view.node)) found.push_back(*node);
+  if (const auto* stack = std::get_if<ui::VStack>(&view.node)) collectAll(stack->children);
+  if (const auto* stack = std::get_if<ui::HStack>(&view.node)) collectAll(stack->children);
+  if (const auto* overlay = std::get_if<ui::Overlay>(&view.node)) collectAll(overlay->children);
+  if (const auto* scroll = std::get_if<ui::ScrollView>(&view.node))
+    collect(*scroll->content, found);
+}
+
+/// The only node of its kind in `view`.
+template <typename Kind>
+Kind only(const ui::View& view) {
+  std::vector<Kind> found;
+  collect(view, found);
+  EXPECT_EQ(found.size(), 1U);
+  return found.at(0);
+}
+
+/// Presses the segment with this tag.
+inline void press(const ui::View& view, const std::string& tag) {
+  only<ui::SegmentedPicker>(view).onSelect(tag);
+}
+
+}  // namespace lumisk::test
