@@ -13,6 +13,8 @@ namespace lumisk {
 class FileContents {
  public:
   FileContents() = default;
+  FileContents(const FileContents&) = delete;
+  FileContents& operator=(const FileContents&) = delete;
   FileContents(FileContents&& other) noexcept;
   FileContents& operator=(FileContents&& other) noexcept;
   ~FileContents();
