@@ -6,6 +6,8 @@
 #include <fstream>
 #include <memory>
 
+#include "core/page_template.h"
+
 namespace lumisk::desktop {
 namespace {
 
@@ -28,7 +30,7 @@ std::string fileUri(const std::string& path) {
 LibraryStore readLibraryStore(const std::string& folder) {
   std::error_code ignored;
   const std::filesystem::path root = std::filesystem::absolute(folder, ignored);
-  LibraryStore store{LUMISK_CDN_HOST, fileUri(root.string()), {}};
+  LibraryStore store{std::string(kCdnHost), fileUri(root.string()), {}};
   std::ifstream manifest(root / kManifest);
   std::string line;
   const auto addIfThere = [&](const std::string& path) {
