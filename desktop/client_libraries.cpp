@@ -20,8 +20,8 @@ std::string pathInLine(const std::string& line) {
 }
 
 std::string fileUri(const std::string& path) {
-  const std::unique_ptr<char, decltype(&g_free)> uri(g_filename_to_uri(path.c_str(), nullptr, nullptr),
-                                                     &g_free);
+  const std::unique_ptr<char, decltype(&g_free)> uri(
+      g_filename_to_uri(path.c_str(), nullptr, nullptr), &g_free);
   return uri ? uri.get() : std::string();
 }
 

@@ -90,7 +90,8 @@ class StackElement final : public NodeElement {
     const ui::View& view = stack.children[index];
     const Axis axis = traitsOf(stack).axis;
     if (index == children_.size()) children_.emplace_back();
-    const auto old = GRef<GtkWidget>::retain(children_[index] ? children_[index]->widget() : nullptr);
+    const auto old =
+        GRef<GtkWidget>::retain(children_[index] ? children_[index]->widget() : nullptr);
     if (show(children_[index], view, axis, context_)) {
       GtkWidget* sibling = index == 0 ? nullptr : children_[index - 1]->widget();
       if (old) gtk_box_remove(GTK_BOX(box_.get()), old.get());
@@ -143,7 +144,8 @@ class OverlayElement final : public NodeElement {
 
   void showChild(const ui::View& view, std::size_t index) {
     if (index == children_.size()) children_.emplace_back();
-    const auto old = GRef<GtkWidget>::retain(children_[index] ? children_[index]->widget() : nullptr);
+    const auto old =
+        GRef<GtkWidget>::retain(children_[index] ? children_[index]->widget() : nullptr);
     if (show(children_[index], view, Axis::None, context_)) {
       if (old) remove(old.get(), index);
       add(children_[index]->widget(), index);

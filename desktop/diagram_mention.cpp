@@ -17,9 +17,7 @@ constexpr std::array<std::string_view, 3> kMentions = {"mermaid", "&#", "</scrip
 /// Beyond it the search would cost more than the library that it may spare.
 constexpr std::size_t kLongestSearch = std::size_t{8} * 1024 * 1024;
 
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 /// How often `word` stands in `text`, counted up to one more than `limit`.
 std::size_t countUpTo(std::string_view text, std::string_view word, std::size_t limit) {

@@ -112,7 +112,8 @@ bool Element::update(const ui::View& view) {
 }
 
 ui::View Element::readBack() const {
-  ui::View view = std::visit([](auto node) { return ui::View(std::move(node)); }, node_->readBack());
+  ui::View view =
+      std::visit([](auto node) { return ui::View(std::move(node)); }, node_->readBack());
   for (std::size_t i = 0; i < modifiers_.size(); ++i)
     view.modifiers.push_back(std::visit(ModifierReader{wrappers_[i].get()}, modifiers_[i]));
   return view;

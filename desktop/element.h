@@ -67,7 +67,8 @@ class Element {
   Flexibility flexibility_;
 };
 
-/// Shows `view` in `element`: in place if it can be, else in a new element. True in the second case.
+/// Shows `view` in `element`: in place if it can be, else in a new element. True in the second
+/// case.
 bool show(std::unique_ptr<Element>& element, const ui::View& view, Axis axis,
           RenderContext& context);
 

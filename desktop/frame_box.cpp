@@ -40,8 +40,8 @@ int paddingAlong(const Settings& settings, GtkOrientation orientation) {
 
 std::optional<int> fixedLength(const Settings& settings, GtkOrientation orientation) {
   if (!settings.frame) return std::nullopt;
-  const auto& length = orientation == GTK_ORIENTATION_HORIZONTAL ? settings.frame->width
-                                                                 : settings.frame->height;
+  const auto& length =
+      orientation == GTK_ORIENTATION_HORIZONTAL ? settings.frame->width : settings.frame->height;
   return length ? std::optional(pixels(*length)) : std::nullopt;
 }
 
@@ -121,8 +121,8 @@ void sizeAllocate(GtkWidget* widget, int width, int height, int baseline) {
       settings.frame ? settings.frame->alignment : ui::HorizontalAlignment::Center;
   int x = offset(alignment, available, childWide);
   if (gtk_widget_get_direction(widget) == GTK_TEXT_DIR_RTL) x = available - childWide - x;
-  const GtkAllocation allocation{horizontal / 2 + x, vertical / 2 + (availableHeight - childHigh) / 2,
-                                 childWide, childHigh};
+  const GtkAllocation allocation{
+      horizontal / 2 + x, vertical / 2 + (availableHeight - childHigh) / 2, childWide, childHigh};
   gtk_widget_size_allocate(box.child, &allocation, baseline);
 }
 

@@ -5,8 +5,8 @@
 #include <functional>
 #include <utility>
 
-// Owners for what GObject's C interface hands out: references, signal handlers and main-loop sources.
-// Each releases what it holds when it goes, and only then.
+// Owners for what GObject's C interface hands out: references, signal handlers and main-loop
+// sources. Each releases what it holds when it goes, and only then.
 
 namespace lumisk::desktop {
 

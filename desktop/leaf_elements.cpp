@@ -43,7 +43,8 @@ class TextElement final : public NodeElement {
     return true;
   }
   ui::Node readBack() const override {
-    ui::Text text{gtk_label_get_text(label())};
+    ui::Text text;
+    text.text = gtk_label_get_text(label());
     text.font = readFont();
     if (gtk_widget_has_css_class(label_.get(), "dim-label"))
       text.foreground = ui::ForegroundRole::Secondary;
@@ -66,8 +67,7 @@ class TextElement final : public NodeElement {
     gtk_label_set_wrap_mode(label(), PANGO_WRAP_WORD_CHAR);
     gtk_label_set_xalign(label(), 0);
     gtk_label_set_lines(label(), text.lineLimit.value_or(-1));
-    gtk_label_set_ellipsize(label(),
-                            text.lineLimit ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
+    gtk_label_set_ellipsize(label(), text.lineLimit ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
     setClass(label_.get(), "dim-label", text.foreground == ui::ForegroundRole::Secondary);
     showFont(text.font);
     shown_ = text;

@@ -14,10 +14,10 @@ namespace lumisk::desktop {
 /// One of WebKit's views with its web process, used for one document after another.
 ///
 /// A fresh view costs more than a second before its first page is complete; one that has shown a
-/// page before costs a fifth of that. So views are used again, and `scrub` takes out what a document
-/// may have left behind: history, storage, zoom, find. What cannot be taken out makes the view
-/// unfit: a page that it was led to by a link may have left anything in its own origin, and a dead
-/// web process has to be started anew.
+/// page before costs a fifth of that. So views are used again, and `scrub` takes out what a
+/// document may have left behind: history, storage, zoom, find. What cannot be taken out makes the
+/// view unfit: a page that it was led to by a link may have left anything in its own origin, and a
+/// dead web process has to be started anew.
 class LiveView {
  public:
   explicit LiveView(const WebEngine& engine);

@@ -9,14 +9,13 @@
 namespace lumisk::desktop {
 namespace {
 
-/// A row of linked toggle buttons of which one is down. To the keyboard and to a screen reader it is
-/// a group of radio buttons: Tab enters and leaves it as one, the arrows choose in it.
+/// A row of linked toggle buttons of which one is down. To the keyboard and to a screen reader it
+/// is a group of radio buttons: Tab enters and leaves it as one, the arrows choose in it.
 class PickerElement final : public NodeElement {
  public:
   explicit PickerElement(const ui::SegmentedPicker& picker)
-      : box_(GRef<GtkWidget>::retain(GTK_WIDGET(
-            g_object_new(GTK_TYPE_BOX, "accessible-role", GTK_ACCESSIBLE_ROLE_RADIO_GROUP,
-                         nullptr)))) {
+      : box_(GRef<GtkWidget>::retain(GTK_WIDGET(g_object_new(
+            GTK_TYPE_BOX, "accessible-role", GTK_ACCESSIBLE_ROLE_RADIO_GROUP, nullptr)))) {
     gtk_widget_add_css_class(box_.get(), "linked");
     gtk_widget_add_css_class(box_.get(), "mode-picker");
     GtkEventController* keys = gtk_event_controller_key_new();
@@ -51,9 +50,9 @@ class PickerElement final : public NodeElement {
  private:
   void makeButtons(const ui::SegmentedPicker& picker) {
     for (const ui::Segment& segment : picker.segments) {
-      GtkWidget* button = GTK_WIDGET(
-          g_object_new(GTK_TYPE_TOGGLE_BUTTON, "accessible-role", GTK_ACCESSIBLE_ROLE_RADIO, "label",
-                       displayLine(segment.title).c_str(), "name", segment.tag.c_str(), nullptr));
+      GtkWidget* button = GTK_WIDGET(g_object_new(
+          GTK_TYPE_TOGGLE_BUTTON, "accessible-role", GTK_ACCESSIBLE_ROLE_RADIO, "label",
+          displayLine(segment.title).c_str(), "name", segment.tag.c_str(), nullptr));
       gtk_box_append(GTK_BOX(box_.get()), button);
       g_signal_connect(button, "toggled", G_CALLBACK(&PickerElement::toggled), this);
       buttons_.push_back(button);
@@ -70,9 +69,9 @@ class PickerElement final : public NodeElement {
       const bool isOn = shown_.segments[i].tag == shown_.selection;
       gtk_toggle_button_set_active(GTK_TOGGLE_BUTTON(buttons_[i]), isOn);
       gtk_widget_set_focusable(buttons_[i], isOn);
-      gtk_accessible_update_state(GTK_ACCESSIBLE(buttons_[i]), GTK_ACCESSIBLE_STATE_CHECKED,
-                                  isOn ? GTK_ACCESSIBLE_TRISTATE_TRUE : GTK_ACCESSIBLE_TRISTATE_FALSE,
-                                  -1);
+      gtk_accessible_update_state(
+          GTK_ACCESSIBLE(buttons_[i]), GTK_ACCESSIBLE_STATE_CHECKED,
+          isOn ? GTK_ACCESSIBLE_TRISTATE_TRUE : GTK_ACCESSIBLE_TRISTATE_FALSE, -1);
     }
     isShowing_ = false;
   }
@@ -88,7 +87,8 @@ class PickerElement final : public NodeElement {
   static void toggled(GtkToggleButton* button, gpointer self) {
     auto* picker = static_cast<PickerElement*>(self);
     if (picker->isShowing_) return;
-    const auto found = std::find(picker->buttons_.begin(), picker->buttons_.end(), GTK_WIDGET(button));
+    const auto found =
+        std::find(picker->buttons_.begin(), picker->buttons_.end(), GTK_WIDGET(button));
     picker->choose(static_cast<std::size_t>(found - picker->buttons_.begin()));
   }
 
@@ -126,7 +126,8 @@ class PickerElement final : public NodeElement {
         static_cast<GdkModifierType>(GDK_SHIFT_MASK | GDK_CONTROL_MASK | GDK_ALT_MASK);
     if (step == 0 || (state & kModifiers) != 0 || picker->buttons_.empty()) return FALSE;
     const std::size_t count = picker->buttons_.size();
-    const std::size_t index = (picker->selectedIndex() + count + (step < 0 ? count - 1 : 1)) % count;
+    const std::size_t index =
+        (picker->selectedIndex() + count + (step < 0 ? count - 1 : 1)) % count;
     GtkWidget* button = picker->buttons_[index];
     picker->choose(index);
     gtk_widget_grab_focus(button);

@@ -34,15 +34,15 @@ gpointer item(GListModel* model, guint position) {
   return made;
 }
 
-void listModelInit(GListModelInterface* interface) {
+void listModelInit(gpointer made, gpointer) {
+  auto* interface = static_cast<GListModelInterface*>(made);
   interface->get_item_type = itemType;
   interface->get_n_items = itemCount;
   interface->get_item = item;
 }
 
 G_DEFINE_TYPE_WITH_CODE(RowModel, row_model, G_TYPE_OBJECT,
-                        G_IMPLEMENT_INTERFACE(G_TYPE_LIST_MODEL,
-                                              (reinterpret_cast<GInterfaceInitFunc>(listModelInit))))
+                        G_IMPLEMENT_INTERFACE(G_TYPE_LIST_MODEL, listModelInit))
 void row_model_class_init(RowModelClass*) {}
 void row_model_init(RowModel*) {}
 

@@ -28,8 +28,7 @@ ScriptDictionary scriptDictionary(JSCValue* object) {
   char** names = jsc_value_object_enumerate_properties(object);
   for (char** name = names; name != nullptr && *name != nullptr; ++name) {
     if (dictionary.size() == kMostProperties) break;
-    const auto value =
-        GRef<JSCValue>::adopt(jsc_value_object_get_property(object, *name));
+    const auto value = GRef<JSCValue>::adopt(jsc_value_object_get_property(object, *name));
     dictionary.emplace(*name, scriptValue(value.get()));
   }
   g_strfreev(names);

@@ -107,13 +107,15 @@ class SourceElement final : public NodeElement {
     GtkTextIter end;
     gtk_text_buffer_get_bounds(buffer, &start, &end);
     char* content = gtk_text_buffer_get_text(buffer, &start, &end, TRUE);
-    ui::Text text{std::string(content)};
+    ui::Text text;
+    text.text = std::string(content);
     g_free(content);
     text.isSelectable = true;  // every text view is
     if (gtk_text_view_get_monospace(view) == TRUE) text.font.design = ui::FontDesign::Monospaced;
     ui::View inner(text);
-    inner.modifiers = {shape_.frame, ui::Padding{ui::Edges::All, static_cast<double>(
-                                                     gtk_text_view_get_left_margin(view))}};
+    inner.modifiers = {
+        shape_.frame,
+        ui::Padding{ui::Edges::All, static_cast<double>(gtk_text_view_get_left_margin(view))}};
     return ui::ScrollView{hasIndicators(scrolled_.get()), ui::Content(inner)};
   }
 
@@ -153,9 +155,9 @@ class SourceElement final : public NodeElement {
 }  // namespace
 
 std::unique_ptr<NodeElement> makeScrollView(const ui::ScrollView& scroll, RenderContext& context) {
-  if (const auto shape = sourceShape(scroll)) return std::make_unique<SourceElement>(scroll, *shape);
+  if (const auto shape = sourceShape(scroll))
+    return std::make_unique<SourceElement>(scroll, *shape);
   return std::make_unique<ScrollElement>(scroll, context);
 }
-
 
 }  // namespace lumisk::desktop

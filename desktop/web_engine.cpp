@@ -51,7 +51,8 @@ gboolean decidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision,
     return TRUE;
   }
   if (type != WEBKIT_POLICY_DECISION_TYPE_RESPONSE) return FALSE;
-  if (webkit_response_policy_decision_is_mime_type_supported(WEBKIT_RESPONSE_POLICY_DECISION(decision)))
+  if (webkit_response_policy_decision_is_mime_type_supported(
+          WEBKIT_RESPONSE_POLICY_DECISION(decision)))
     return FALSE;
   webkit_policy_decision_ignore(decision);
   return TRUE;
@@ -74,10 +75,9 @@ GRef<WebKitWebView> WebEngine::makeView() const {
   const auto manager = GRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
   webkit_user_content_manager_register_script_message_handler(manager.get(), kMessageHandler,
                                                               nullptr);
-  auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(
-      g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session",
-                   session_.get(), "settings", settings_.get(), "user-content-manager",
-                   manager.get(), nullptr)));
+  auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(g_object_new(
+      WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
+      "settings", settings_.get(), "user-content-manager", manager.get(), nullptr)));
   const GdkRGBA transparent{0, 0, 0, 0};
   webkit_web_view_set_background_color(view.get(), &transparent);
   g_signal_connect(view.get(), "permission-request", G_CALLBACK(denyPermission), nullptr);

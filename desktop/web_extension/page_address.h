@@ -5,8 +5,8 @@
 #include <string_view>
 
 // The address under which the host loads the page file. Every preview uses the same file, so the
-// file's URL alone cannot tell one load from the next. A query, which a file URL ignores, makes each
-// load's address its own: a late event of an earlier load is recognised, no scroll position is
+// file's URL alone cannot tell one load from the next. A query, which a file URL ignores, makes
+// each load's address its own: a late event of an earlier load is recognised, no scroll position is
 // restored, and the web-process extension sees, at each request of the page and without a message
 // that could arrive too early or too late, which libraries this load needs.
 

@@ -33,8 +33,7 @@ extern "C" {
 G_MODULE_EXPORT void webkit_web_process_extension_initialize_with_user_data(
     WebKitWebProcessExtension* extension, GVariant* userData) {
   // Lives as long as the process: pages may send requests until its end.
-  static const auto map =
-      std::make_unique<LibraryMap>(lumisk::desktop::storeFromVariant(userData));
+  static const auto map = std::make_unique<LibraryMap>(lumisk::desktop::storeFromVariant(userData));
   g_signal_connect(extension, "page-created", G_CALLBACK(pageCreated),
                    const_cast<LibraryMap*>(map.get()));
 }
