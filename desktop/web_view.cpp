@@ -17,9 +17,12 @@ void received(WebKitUserContentManager*, JSCValue* value, gpointer handler) {
 
 DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguration& configuration)
     : owner_(owner), live_(owner.liveViews_.take()) {
+  owner_.latest_ = this;
   connect(configuration);
   live_->onFinished = [this] {
+    DesktopWebViews& views = owner_;
     if (delegate_ != nullptr) delegate_->didFinishNavigation();
+    if (views.onFinished) views.onFinished();
   };
   live_->onCommitted = [this] { gtk_widget_set_opacity(widget(), 1); };
   live_->onTerminated = [this] { terminated(); };
@@ -29,6 +32,7 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
 }
 
 DesktopWebView::~DesktopWebView() {
+  if (owner_.latest_ == this) owner_.latest_ = nullptr;
   WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view());
   for (const auto& registration : registrations_)
     webkit_user_content_manager_unregister_script_message_handler(

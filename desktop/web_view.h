@@ -54,6 +54,12 @@ class DesktopWebViews final : public WebViewFactory {
   /// Tells what the page that is loaded next can make use of. To be called before each load.
   void announce(const ui::SharedText& page);
 
+  /// Whether the latest web view was led elsewhere by a link.
+  bool canGoBack() const { return latest_ != nullptr && latest_->canGoBack(); }
+
+  WebKitWebView* latestView() const { return latest_ == nullptr ? nullptr : latest_->view(); }
+
+  std::function<void()> onFinished;
   std::function<void()> onTerminated;
   std::function<void()> onHistoryChanged;
 
@@ -62,6 +68,7 @@ class DesktopWebViews final : public WebViewFactory {
   PageLoad nextLoad();
 
   LiveViews& liveViews_;
+  DesktopWebView* latest_ = nullptr;
   Diagrams diagrams_ = Diagrams::Possible;
 };
 
