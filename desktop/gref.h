@@ -5,8 +5,8 @@
 #include <functional>
 #include <utility>
 
-// Owners for what GObject's C interface hands out: references, signal handlers and main-loop sources.
-// Each releases what it holds when it goes, and only then.
+// Owners for what GObject's C interface hands out: references, signal handlers and main-loop
+// sources. Each releases what it holds when it goes, and only then.
 
 namespace lumisk::desktop {
 
@@ -89,11 +89,12 @@ class Deferred {
     task_ = std::move(task);
     source_ = g_timeout_add(milliseconds, &Deferred::run, this);
   }
-  /// Runs `step` whenever the main loop is idle, until it returns false.
-  void whileIdle(std::function<bool()> step) {
+  /// Runs `step` whenever the main loop is idle, until it returns false. Work of a lower priority
+  /// (a higher number) waits until there is none of a higher one.
+  void whileIdle(std::function<bool()> step, int priority = G_PRIORITY_DEFAULT_IDLE) {
     cancel();
     step_ = std::move(step);
-    source_ = g_idle_add(&Deferred::runStep, this);
+    source_ = g_idle_add_full(priority, &Deferred::runStep, this, nullptr);
   }
   void cancel() {
     if (source_ != 0) g_source_remove(source_);
