@@ -183,6 +183,9 @@ ParseResult parseArguments(const std::vector<std::string_view>& words) {
   for (const Command& command : kCommands) {
     if (words[0] == command.name) return CommandParser(command).parse(all.subspan(1));
   }
+  if (words[0] == "snapshot") {
+    return Arguments{.subcommand = Subcommand::Snapshot, .paths = {words.begin() + 1, words.end()}};
+  }
   const bool isHelp = words[0] == "--help" || words[0] == "-h";
   if (isHelp || words[0] == "--version") {
     if (words.size() > 1) return UsageError{quoted(words[0]) + " stands alone"};

@@ -8,7 +8,7 @@
 
 namespace lumisk {
 
-enum class Subcommand { Page, Describe, Open, Integrate, Help, Version };
+enum class Subcommand { Page, Describe, Open, Snapshot, Integrate, Help, Version };
 
 /// What `lumisk integrate` does.
 enum class Integration { Install, Remove, Status };
@@ -26,7 +26,8 @@ struct Arguments {
   bool isDark = false;
   std::optional<DocumentMode> mode = {};
   Integration integration = Integration::Install;
-  /// As written: each a path or a "file:" URI.
+  /// As written: each a path or a "file:" URI. With `Snapshot` all words, options included, which
+  /// the previewer reads.
   std::vector<std::string> paths = {};
 
   /// The one item of a command that takes one.

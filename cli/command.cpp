@@ -43,6 +43,8 @@ int runCommand(const std::vector<std::string_view>& words) {
       return runDescribe(arguments);
     case Subcommand::Open:
       return runOpen(arguments);
+    case Subcommand::Snapshot:
+      return runSnapshot(arguments);
     case Subcommand::Integrate:
       return runIntegrate(arguments);
   }

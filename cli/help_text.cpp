@@ -6,6 +6,7 @@ const std::string_view kHelpText =
     R"(Usage: lumisk [open] PATH…
        lumisk page [--dark|--light] [--mode MODE] PATH
        lumisk describe [--dark|--light] [--mode MODE] PATH
+       lumisk snapshot [--dark] [--size WxH] [--mode MODE] PATH PICTURE
        lumisk integrate [--remove|--status]
        lumisk --help | --version
 
@@ -18,6 +19,8 @@ Commands:
                        output
   describe PATH        write an outline of everything the preview of PATH shows:
                        one element a line, web pages by their length and base
+  snapshot PATH PICTURE
+                       write a picture of the preview in the PNG format
   integrate            make Lumisk the previewer of your file manager: Space
                        shows the selected item
 
@@ -30,6 +33,7 @@ Options:
                        out, "text" shows it as it stands (default: formatted
                        for JSON, text for JSON Lines); describe takes "rendered"
                        and "source" for Markdown, too
+  --size WxH           the size of the picture, such as 800x600
   --remove             give the file manager its own previewer back
   --status             say which previewer the file managers start
   --                   what follows is no option

@@ -53,15 +53,29 @@ std::optional<std::string> addressOf(const std::string& argument) {
   return url->absoluteString();
 }
 
-int becomePreviewer(const std::string& program, const std::vector<std::string>& addresses) {
-  std::vector<std::string> words = {program, "open"};
-  words.insert(words.end(), addresses.begin(), addresses.end());
+int becomePreviewer(const std::string& program, const char* command,
+                    const std::vector<std::string>& rest) {
+  std::vector<std::string> words = {program, command};
+  words.insert(words.end(), rest.begin(), rest.end());
   std::vector<char*> argv;
   for (std::string& word : words) argv.push_back(word.data());
   argv.push_back(nullptr);
   execv(program.c_str(), argv.data());
   complain("cannot start '" + program + "': " + std::generic_category().message(errno));
   return kExitFailure;
+}
+
+int runInPreviewer(const char* command, const std::vector<std::string>& rest) {
+  if (!hasDisplay()) {
+    complain("there is no display to show it on; lumisk page writes the page of a file");
+    return kExitFailure;
+  }
+  const std::optional<std::string> program = findPreviewer();
+  if (!program) {
+    complainOfNoPreviewer();
+    return kExitFailure;
+  }
+  return becomePreviewer(*program, command, rest);
 }
 
 }  // namespace
@@ -73,16 +87,9 @@ int runOpen(const Arguments& arguments) {
     if (!address) return kExitFailure;
     addresses.push_back(*std::move(address));
   }
-  if (!hasDisplay()) {
-    complain("there is no display to show it on; lumisk page writes the page of a file");
-    return kExitFailure;
-  }
-  const std::optional<std::string> program = findPreviewer();
-  if (!program) {
-    complainOfNoPreviewer();
-    return kExitFailure;
-  }
-  return becomePreviewer(*program, addresses);
+  return runInPreviewer("open", addresses);
 }
+
+int runSnapshot(const Arguments& arguments) { return runInPreviewer("snapshot", arguments.paths); }
 
 }  // namespace lumisk

@@ -8,4 +8,7 @@ struct Arguments;
 /// process becomes the previewer's, which hands over and ends. Otherwise returns the exit status.
 int runOpen(const Arguments& arguments);
 
+/// `lumisk snapshot`: becomes the previewer, which reads the words itself and writes the picture.
+int runSnapshot(const Arguments& arguments);
+
 }  // namespace lumisk

@@ -123,6 +123,10 @@ std::unique_ptr<LiveView> LiveViews::take() {
   return std::make_unique<LiveView>(engine_);
 }
 
+void LiveViews::warmUp() {
+  if (!warm_) giveBack(std::make_unique<LiveView>(engine_));
+}
+
 void LiveViews::giveBack(std::unique_ptr<LiveView> view) {
   if (!view->isFit() || warm_) return;
   view->scrub();

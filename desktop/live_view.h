@@ -83,6 +83,8 @@ class LiveViews {
   std::unique_ptr<LiveView> take();
   /// Keeps the view for the next document if it is fit.
   void giveBack(std::unique_ptr<LiveView> view);
+  /// Has a warm view from now on, though there was no document yet.
+  void warmUp();
   bool hasWarmView() const { return static_cast<bool>(warm_); }
 
  private:

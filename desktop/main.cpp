@@ -6,6 +6,7 @@
 
 #include "desktop/previewer.h"
 #include "desktop/previewer_arguments.h"
+#include "desktop/service/hand_over.h"
 #include "desktop/snapshot.h"
 
 namespace {
@@ -28,12 +29,13 @@ int complain(int status, const char* sentence) {
   return status;
 }
 
-int run(const OpenRequest& request) {
-  if (gtk_init_check() == FALSE)
-    return complain(
-        kExitFailure,
-        "there is no display to open a window on; \"lumisk page FILE\" writes the page");
-  return runPreviewer(request.paths, findEngineFiles());
+int run(const OpenRequest& request) { return openInPreviewer(request.paths, findEngineFiles()); }
+
+int run(const ServiceRequest&) { return servePreviewer(findEngineFiles()); }
+
+int run(const ReloadBusRequest&) {
+  reloadBus();
+  return 0;
 }
 
 int run(const SnapshotRequest& request) {

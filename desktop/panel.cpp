@@ -101,6 +101,20 @@ void Panel::show(const FileURL& url) {
   gtk_window_present(window_);
 }
 
+void Panel::showUnavailable(const std::string& title, const std::string& sentence) {
+  afterCrash_.cancel();
+  dropContent();
+  url_.reset();
+  zoom_ = 1;
+  facts_ = {};
+  facts_.iconName = "dialog-error-symbolic";
+  facts_.name = title;
+  setContent(statusPageNew({facts_.iconName, title, sentence, {}}, nullptr));
+  updateHeader();
+  fitWindow();
+  gtk_window_present(window_);
+}
+
 void Panel::close() {
   if (!isVisible()) return;
   gtk_widget_set_visible(GTK_WIDGET(window_), FALSE);

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "desktop/commands.h"
 #include "desktop/find_bar.h"
@@ -33,6 +34,8 @@ class Panel {
 
   /// Shows the item, in the place of what was shown before.
   void show(const FileURL& url);
+  /// Shows a calm page instead of an item: there is none, for the reason that `sentence` gives.
+  void showUnavailable(const std::string& title, const std::string& sentence);
   /// Lets go of what is shown and takes the window off the screen.
   void close();
   void perform(Command command);

@@ -7,9 +7,12 @@
 
 namespace lumisk::desktop {
 
-inline constexpr const char* kApplicationId = "org.lumisk.Previewer";
+/// Has the running previewer show these, or starts one that outlives this process. Where there is
+/// no session bus the window belongs to this process. Returns the exit status.
+int openInPreviewer(const std::vector<std::string>& paths, const EngineFiles& files);
 
-/// Runs the previewer, or hands the files to the one that runs already. Returns the exit status.
-int runPreviewer(const std::vector<std::string>& paths, const EngineFiles& files);
+/// Is the previewer, on behalf of the session bus, until nothing was shown for long. Returns the
+/// exit status.
+int servePreviewer(const EngineFiles& files);
 
 }  // namespace lumisk::desktop

@@ -83,12 +83,15 @@ class SnapshotParser {
 
 PreviewerArguments parsePreviewerArguments(const std::vector<std::string_view>& words) {
   if (!words.empty() && words.front() == "snapshot") return SnapshotParser(words).parse();
+  if (words.size() == 1 && words[0] == "--gapplication-service") return ServiceRequest{};
+  if (words.size() == 1 && words[0] == "reload-bus") return ReloadBusRequest{};
   OpenRequest request;
   const bool saysOpen = !words.empty() && words.front() == "open";
   for (std::size_t i = saysOpen ? 1 : 0; i < words.size(); ++i) {
     if (words[i] == "--") continue;
     request.paths.emplace_back(words[i]);
   }
+  if (request.paths.empty()) return WrongUsage{"open what? FILE is missing"};
   return request;
 }
 

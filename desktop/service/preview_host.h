@@ -15,6 +15,9 @@ enum class NoItemReason {
   Unreachable,  ///< it could not be looked up
 };
 
+/// What the arrow keys do: move the selection of whoever asked for the preview, or scroll it.
+enum class Arrows { Select, Scroll };
+
 /// What the panel is asked to show.
 struct PreviewRequest {
   /// The address as the caller wrote it; the panel gives it back as `currentUri`.
@@ -24,6 +27,7 @@ struct PreviewRequest {
   std::string parentHandle = {};
   /// Shows the compositor that the person asked for this window; "" when the caller sent none.
   std::string activationToken = {};
+  Arrows arrows = Arrows::Select;
 };
 
 /// Which way the person wants the selection in the file manager to go; the values of GTK's own

@@ -36,7 +36,9 @@ void PreviewSession::open(std::vector<std::string> uris, const std::string& acti
   if (uris.empty()) return;
   walk_ = std::move(uris);
   place_ = 0;
-  want({.uri = walk_.front(), .activationToken = activationToken});
+  want({.uri = walk_.front(),
+        .activationToken = activationToken,
+        .arrows = walk_.size() > 1 ? Arrows::Select : Arrows::Scroll});
 }
 
 void PreviewSession::close() {
@@ -73,7 +75,8 @@ void PreviewSession::carryOut() {
     host_.show({.uri = call.uri,
                 .item = std::move(item),
                 .parentHandle = call.parentHandle,
-                .activationToken = call.activationToken});
+                .activationToken = call.activationToken,
+                .arrows = call.arrows});
     if (onShown) onShown();
   });
 }

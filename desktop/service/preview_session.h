@@ -12,12 +12,13 @@
 
 namespace lumisk::desktop {
 
-/// What a `ShowFile` call says.
+/// What a `ShowFile` call says; `arrows` is ours.
 struct ShowCall {
   std::string uri = {};
   std::string parentHandle = {};
   bool closeIfAlreadyShown = false;
   std::string activationToken = {};
+  Arrows arrows = Arrows::Select;
 };
 
 /// Decides what the preview window does for each call.
