@@ -70,7 +70,7 @@ class Previewer {
   void serve(GDBusConnection* bus) {
     service_ = std::make_unique<PreviewService>(bus, host_, resolver_);
     service_->onIdle = [this] { quit(); };
-    registered_ = std::make_unique<RegisteredNames>();
+    registered_ = std::make_unique<RegisteredNames>(bus);
     registered_->onChanged = [this] { service_->answerTo(registered_->names()); };
     service_->answerTo(registered_->names());
   }

@@ -1,26 +1,17 @@
 #include "desktop/service/registered_names.h"
 
-#include "platform/data_directories.h"
 #include "platform/service_file.h"
 
 namespace lumisk::desktop {
 
-namespace {
+RegisteredNames::RegisteredNames(GDBusConnection* connection)
+    : connection_(GRef<GDBusConnection>::retain(connection)),
+      subscription_(g_dbus_connection_signal_subscribe(
+          connection, "org.freedesktop.DBus", "org.freedesktop.DBus", "ActivatableServicesChanged",
+          nullptr, nullptr, G_DBUS_SIGNAL_FLAGS_NONE, &RegisteredNames::changed, this, nullptr)) {}
 
-/// One `lumisk integrate` writes several files.
-constexpr unsigned kSettlingMilliseconds = 50;
-
-}  // namespace
-
-RegisteredNames::RegisteredNames() {
-  const auto home = dataHome();
-  if (!home) return;
-  const auto folder = GRef<GFile>::adopt(g_file_new_for_path(serviceFolderOf(*home).c_str()));
-  monitor_ = GRef<GFileMonitor>::adopt(
-      g_file_monitor_directory(folder.get(), G_FILE_MONITOR_NONE, nullptr, nullptr));
-  if (!monitor_) return;
-  handler_ = std::make_unique<SignalHandler>(monitor_.get(), "changed",
-                                             G_CALLBACK(&RegisteredNames::changed), this);
+RegisteredNames::~RegisteredNames() {
+  g_dbus_connection_signal_unsubscribe(connection_.get(), subscription_);
 }
 
 std::vector<std::string> RegisteredNames::names() const {
@@ -31,11 +22,10 @@ std::vector<std::string> RegisteredNames::names() const {
   return registered;
 }
 
-void RegisteredNames::changed(GFileMonitor*, GFile*, GFile*, GFileMonitorEvent, gpointer self) {
-  auto* const registered = static_cast<RegisteredNames*>(self);
-  registered->settled_.after(kSettlingMilliseconds, [registered] {
-    if (registered->onChanged) registered->onChanged();
-  });
+void RegisteredNames::changed(GDBusConnection*, const char*, const char*, const char*, const char*,
+                              GVariant*, gpointer self) {
+  const auto* registered = static_cast<RegisteredNames*>(self);
+  if (registered->onChanged) registered->onChanged();
 }
 
 }  // namespace lumisk::desktop

@@ -3,7 +3,6 @@
 #include <gio/gio.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,24 +10,25 @@
 
 namespace lumisk::desktop {
 
-/// The previewers' names for which the bus starts Lumisk. Only those are ours to answer to: a
-/// person who opens one file with Lumisk has not chosen it as the file manager's previewer.
+/// The previewers' names for which the bus starts Lumisk. Only those are ours to answer to: a person
+/// who opens one file with Lumisk has not chosen it as the file manager's previewer.
 class RegisteredNames {
  public:
-  RegisteredNames();
+  explicit RegisteredNames(GDBusConnection* connection);
   RegisteredNames(const RegisteredNames&) = delete;
   RegisteredNames& operator=(const RegisteredNames&) = delete;
+  ~RegisteredNames();
 
   std::vector<std::string> names() const;
-  /// Called when service files have come or gone.
+  /// Called when the bus has looked at its service files anew.
   std::function<void()> onChanged;
 
  private:
-  static void changed(GFileMonitor*, GFile*, GFile*, GFileMonitorEvent, gpointer self);
+  static void changed(GDBusConnection*, const char*, const char*, const char*, const char*,
+                      GVariant*, gpointer self);
 
-  GRef<GFileMonitor> monitor_;
-  std::unique_ptr<SignalHandler> handler_;
-  Deferred settled_;
+  GRef<GDBusConnection> connection_;
+  guint subscription_;
 };
 
 }  // namespace lumisk::desktop
