@@ -28,7 +28,11 @@ constexpr const char* kSettled = R"js(
   const isDrawn = (d) => d.querySelector('svg') !== null || d.textContent.trim() === '';
   while (Date.now() < end && ![...document.querySelectorAll('div.mermaid')].every(isDrawn))
     await new Promise((done) => setTimeout(done, 20));
-  await new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done)));
+  // A page behind the document's source has no frames.
+  await new Promise((done) => {
+    setTimeout(done, 300);
+    requestAnimationFrame(() => requestAnimationFrame(done));
+  });
 )js";
 
 void complain(const std::string& sentence) {
