@@ -171,6 +171,12 @@ void frameBoxSetPadding(GtkWidget* box, const ui::Padding& padding) {
 
 void frameBoxSetFrame(GtkWidget* box, const ui::Frame& frame) {
   asBox(box)->settings->frame = frame;
+  const bool isAtEnd = frame.alignment == ui::HorizontalAlignment::Trailing;
+  if (GTK_IS_LABEL(asBox(box)->child) && isAtEnd) {
+    // A text that is too long for the frame breaks into lines, which end where the frame ends.
+    gtk_label_set_xalign(GTK_LABEL(asBox(box)->child), 1);
+    gtk_label_set_justify(GTK_LABEL(asBox(box)->child), GTK_JUSTIFY_RIGHT);
+  }
   gtk_widget_queue_resize(box);
 }
 

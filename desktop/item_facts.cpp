@@ -58,10 +58,11 @@ ItemFacts readItemFacts(const FileURL& url, const Platform& platform) {
     facts.contentType = type;
     facts.kind = capitalized(takeText(g_content_type_get_description(type)));
   }
-  addIfAny(facts.details, facts.kind);
+  std::string kindAndSize = facts.kind;
   if (g_file_info_get_file_type(info.get()) == G_FILE_TYPE_REGULAR)
-    addIfAny(facts.details,
-             takeText(g_format_size(static_cast<guint64>(g_file_info_get_size(info.get())))));
+    kindAndSize += (kindAndSize.empty() ? "" : " · ") +
+                   takeText(g_format_size(static_cast<guint64>(g_file_info_get_size(info.get()))));
+  addIfAny(facts.details, kindAndSize);
   addIfAny(facts.details,
            dateText(info.get(), G_FILE_ATTRIBUTE_TIME_CREATED, "Created %s", platform));
   addIfAny(facts.details,
@@ -74,7 +75,7 @@ std::string failureSentence(const ErrorRecord& error, const ItemFacts& facts) {
   const bool isKnownKind =
       !facts.kind.empty() && !g_content_type_is_unknown(facts.contentType.c_str());
   if (isNoText && isKnownKind && !g_content_type_is_a(facts.contentType.c_str(), "text/plain"))
-    return tr("There is no preview for files of this kind.");
+    return trWith("Files of the kind “%s” have no preview.", facts.kind);
   if (isNoText) return tr("This file cannot be read as text.");
   if (error.code == ENOENT) return tr("This item is no longer there.");
   if (error.code == EACCES || error.code == EPERM)

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double kSmallestZoom = 0.3;
 constexpr double kLargestZoom = 5;
+constexpr int kLongestOpenLabel = 26;  // characters
 
 }  // namespace
 
@@ -58,6 +59,10 @@ GtkWidget* Panel::buildHeader() {
   gtk_widget_set_tooltip_text(backButton_, tr("Back"));
   gtk_widget_set_visible(backButton_, FALSE);
   openButton_ = gtk_button_new();
+  GtkWidget* openLabel = gtk_label_new(nullptr);
+  gtk_label_set_ellipsize(GTK_LABEL(openLabel), PANGO_ELLIPSIZE_END);
+  gtk_label_set_max_width_chars(GTK_LABEL(openLabel), kLongestOpenLabel);
+  gtk_button_set_child(GTK_BUTTON(openButton_), openLabel);
   gtk_widget_set_visible(openButton_, FALSE);
   adw_header_bar_pack_start(ADW_HEADER_BAR(header), backButton_);
   adw_header_bar_pack_end(
@@ -153,7 +158,8 @@ void Panel::updateHeader() {
   gtk_widget_set_visible(openButton_, static_cast<bool>(application));
   if (application) {
     const std::string label = trWith("Open With %s", g_app_info_get_name(application.get()));
-    gtk_button_set_label(GTK_BUTTON(openButton_), label.c_str());
+    gtk_label_set_text(GTK_LABEL(gtk_button_get_child(GTK_BUTTON(openButton_))), label.c_str());
+    gtk_widget_set_tooltip_text(openButton_, label.c_str());
   }
   gtk_widget_set_visible(backButton_, webViews_.canGoBack());
   adw_window_title_set_title(ADW_WINDOW_TITLE(title_), facts_.name.c_str());

@@ -73,6 +73,7 @@ GtkWidget* menuButtonNew(GtkWidget* window, std::function<void(Command)> perform
   GtkWidget* button = gtk_menu_button_new();
   gtk_menu_button_set_icon_name(GTK_MENU_BUTTON(button), "open-menu-symbolic");
   gtk_menu_button_set_menu_model(GTK_MENU_BUTTON(button), G_MENU_MODEL(menu));
+  gtk_menu_button_set_primary(GTK_MENU_BUTTON(button), TRUE);  // F10 opens it
   gtk_widget_set_tooltip_text(button, tr("Menu"));
   g_object_unref(menu);
   return button;

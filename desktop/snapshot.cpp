@@ -6,6 +6,7 @@
 
 #include "desktop/gtk_platform.h"
 #include "desktop/item_facts.h"
+#include "desktop/picture.h"
 #include "desktop/presentation.h"
 #include "desktop/style.h"
 #include "folder/folder_preview_view.h"
@@ -28,7 +29,11 @@ constexpr const char* kSettled = R"js(
   const isDrawn = (d) => d.querySelector('svg') !== null || d.textContent.trim() === '';
   while (Date.now() < end && ![...document.querySelectorAll('div.mermaid')].every(isDrawn))
     await new Promise((done) => setTimeout(done, 20));
-  await new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done)));
+  // A page behind the document's source has no frames.
+  await new Promise((done) => {
+    setTimeout(done, 300);
+    requestAnimationFrame(() => requestAnimationFrame(done));
+  });
 )js";
 
 void complain(const std::string& sentence) {
@@ -110,24 +115,11 @@ class Snapshot {
 
   void drawSoon() {
     wait_.after(kTimeToDraw, [this] {
-      exitStatus_ = draw() ? 0 : fail("cannot write " + request_.output);
+      exitStatus_ = writePicture(presentation_->widget(), request_.output)
+                        ? 0
+                        : fail("cannot write " + request_.output);
       g_main_loop_quit(loop_);
     });
-  }
-
-  bool draw() {
-    GtkWidget* widget = presentation_->widget();
-    const auto paintable = GRef<GdkPaintable>::adopt(gtk_widget_paintable_new(widget));
-    GtkSnapshot* snapshot = gtk_snapshot_new();
-    gdk_paintable_snapshot(paintable.get(), snapshot, gtk_widget_get_width(widget),
-                           gtk_widget_get_height(widget));
-    GskRenderNode* node = gtk_snapshot_free_to_node(snapshot);
-    if (node == nullptr) return false;
-    GskRenderer* renderer = gtk_native_get_renderer(GTK_NATIVE(window_));
-    const auto texture =
-        GRef<GdkTexture>::adopt(gsk_renderer_render_texture(renderer, node, nullptr));
-    gsk_render_node_unref(node);
-    return gdk_texture_save_to_png(texture.get(), request_.output.c_str()) == TRUE;
   }
 
   const SnapshotRequest& request_;

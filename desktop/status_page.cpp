@@ -20,9 +20,9 @@ GtkWidget* newLabel(const std::string& text, const char* style) {
   return label;
 }
 
-std::string joined(const std::vector<std::string>& texts) {
+std::string lines(const std::vector<std::string>& texts) {
   std::string result;
-  for (const std::string& text : texts) result += (result.empty() ? "" : " · ") + text;
+  for (const std::string& text : texts) result += (result.empty() ? "" : "\n") + text;
   return result;
 }
 
@@ -43,7 +43,7 @@ GtkWidget* statusPageNew(const StatusText& text, GtkWidget* button) {
   gtk_box_append(GTK_BOX(box), newLabel(text.title, "title-2"));
   gtk_box_append(GTK_BOX(box), newLabel(text.sentence, nullptr));
   if (!text.details.empty())
-    gtk_box_append(GTK_BOX(box), newLabel(joined(text.details), "dim-label"));
+    gtk_box_append(GTK_BOX(box), newLabel(lines(text.details), "dim-label"));
   if (button != nullptr) {
     gtk_widget_set_halign(button, GTK_ALIGN_CENTER);
     gtk_widget_set_margin_top(button, kSpacing);
