@@ -1,40 +1,10 @@
 #include "cli/arguments.h"
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <span>
 
 namespace lumisk {
-
-const std::string_view kHelpText =
-    R"(Usage: lumisk page [--dark|--light] [--mode MODE] PATH
-       lumisk describe [--dark|--light] [--mode MODE] PATH
-       lumisk --help | --version
-
-Shows a file or folder at a glance.
-
-Commands:
-  page PATH            write the finished HTML page of the file PATH to standard
-                       output
-  describe PATH        write an outline of everything the preview of PATH shows:
-                       one element a line, web pages by their length and base
-
-PATH is a path or a file: URI. Markdown becomes a document, JSON and JSON Lines
-are laid out, CSV and TSV become tables, any other text coloured source.
-
-Options:
-  --dark, --light      the appearance (default: light)
-  --mode MODE          for JSON and JSON Lines: "formatted" lays the document
-                       out, "text" shows it as it stands (default: formatted
-                       for JSON, text for JSON Lines); describe takes "rendered"
-                       and "source" for Markdown, too
-  --                   what follows is no option
-  --help               show this text
-  --version            show the version
-
-Exit status: 0 when PATH was shown, 1 when it cannot be, 2 when the command line
-is wrong.
-)";
 
 namespace {
 
@@ -42,16 +12,61 @@ using ParseResult = std::variant<Arguments, UsageError>;
 
 std::string quoted(std::string_view word) { return "'" + std::string(word) + "'"; }
 
-// The modes that a command takes, as a table of words.
-std::span<const DocumentMode> modesOf(Subcommand subcommand) {
-  static constexpr std::array kAll = {DocumentMode::Formatted, DocumentMode::Text,
-                                      DocumentMode::Rendered, DocumentMode::Source};
-  constexpr std::size_t kPageModes = 2;  // a Markdown document has one page
-  return std::span(kAll).first(subcommand == Subcommand::Page ? kPageModes : kAll.size());
+struct Flag {
+  std::string_view name;
+  /// Notes the flag; false when it contradicts one before.
+  bool (*note)(Arguments& arguments);
+};
+
+constexpr Flag kAppearanceFlags[] = {
+    {"--dark", [](Arguments& arguments) { return arguments.isDark = true; }},
+    {"--light",
+     [](Arguments& arguments) {
+       arguments.isDark = false;
+       return true;
+     }},
+};
+
+bool noteIntegration(Arguments& arguments, Integration integration) {
+  if (arguments.integration != Integration::Install && arguments.integration != integration) {
+    return false;
+  }
+  arguments.integration = integration;
+  return true;
 }
 
-std::string listOfModes(Subcommand subcommand) {
-  const auto modes = modesOf(subcommand);
+constexpr Flag kIntegrateFlags[] = {
+    {"--remove",
+     [](Arguments& arguments) { return noteIntegration(arguments, Integration::Remove); }},
+    {"--status",
+     [](Arguments& arguments) { return noteIntegration(arguments, Integration::Status); }},
+};
+
+constexpr DocumentMode kModes[] = {DocumentMode::Formatted, DocumentMode::Text,
+                                   DocumentMode::Rendered, DocumentMode::Source};
+// A Markdown document has one page.
+constexpr std::span<const DocumentMode> kPageModes = std::span(kModes).first(2);
+
+enum class Paths { None, One, Several };
+
+struct Command {
+  std::string_view name;
+  Subcommand subcommand;
+  Paths paths;
+  std::span<const Flag> flags;
+  std::span<const DocumentMode> modes;
+};
+
+constexpr Command kCommands[] = {
+    {"page", Subcommand::Page, Paths::One, kAppearanceFlags, kPageModes},
+    {"describe", Subcommand::Describe, Paths::One, kAppearanceFlags, kModes},
+    {"open", Subcommand::Open, Paths::Several, {}, {}},
+    {"integrate", Subcommand::Integrate, Paths::None, kIntegrateFlags, {}},
+};
+// What a bare path means.
+constexpr const Command& kOpen = kCommands[2];
+
+std::string listOf(std::span<const DocumentMode> modes) {
   std::string list;
   for (std::size_t i = 0; i < modes.size(); ++i) {
     const bool isLast = i + 1 == modes.size();
@@ -60,28 +75,29 @@ std::string listOfModes(Subcommand subcommand) {
   return list;
 }
 
-/// Reads what follows the name of a command that shows one item.
-class ItemCommandParser {
+/// Reads the words of one command, without its name.
+class CommandParser {
  public:
-  explicit ItemCommandParser(Subcommand subcommand) { arguments_.subcommand = subcommand; }
+  explicit CommandParser(const Command& command) : command_(command) {
+    arguments_.subcommand = command.subcommand;
+  }
 
-  ParseResult parse(const std::vector<std::string_view>& words) {
-    for (std::size_t at = 1; at < words.size() && !error_; ++at) {
+  ParseResult parse(std::span<const std::string_view> words) {
+    for (std::size_t at = 0; at < words.size() && !error_; ++at) {
       const std::string_view word = words[at];
       if (optionsEnded_ || word.size() < 2 || word.front() != '-') {
         readPath(word);
       } else if (word == "--help") {
         return Arguments{.subcommand = Subcommand::Help};
-      } else if (word == "--mode") {
+      } else if (word == "--mode" && !command_.modes.empty()) {
         ++at;
         readMode(at < words.size() ? std::optional(words[at]) : std::nullopt);
       } else {
         readOption(word);
       }
     }
+    if (!error_ && command_.paths != Paths::None) requirePath();
     if (error_) return *std::move(error_);
-    if (!path_ || path_->empty()) return UsageError{"of what? PATH is missing"};
-    arguments_.path = *path_;
     return std::move(arguments_);
   }
 
@@ -90,36 +106,57 @@ class ItemCommandParser {
     constexpr std::string_view kModeWithValue = "--mode=";
     if (word == "--") {
       optionsEnded_ = true;
-    } else if (word == "--dark" || word == "--light") {
-      arguments_.isDark = word == "--dark";
-    } else if (word.starts_with(kModeWithValue)) {
+    } else if (word.starts_with(kModeWithValue) && !command_.modes.empty()) {
       readMode(word.substr(kModeWithValue.size()));
     } else {
+      readFlag(word);
+    }
+  }
+
+  void readFlag(std::string_view word) {
+    const auto flag = std::find_if(command_.flags.begin(), command_.flags.end(),
+                                   [&](const Flag& known) { return known.name == word; });
+    if (flag == command_.flags.end()) {
       error_ = UsageError{"unknown option " + quoted(word)};
+    } else if (!flag->note(arguments_)) {
+      error_ = UsageError{quoted(word) + " contradicts the option before"};
     }
   }
 
   void readMode(std::optional<std::string_view> name) {
-    const std::string list = listOfModes(arguments_.subcommand);
+    const std::string list = listOf(command_.modes);
     if (!name) {
       error_ = UsageError{"--mode needs a value: " + list};
       return;
     }
-    for (const DocumentMode mode : modesOf(arguments_.subcommand)) {
-      if (nameOf(mode) != *name) continue;
-      arguments_.mode = mode;
-      return;
+    const auto mode = std::find_if(command_.modes.begin(), command_.modes.end(),
+                                   [&](DocumentMode known) { return nameOf(known) == *name; });
+    if (mode != command_.modes.end()) {
+      arguments_.mode = *mode;
+    } else {
+      error_ = UsageError{"no mode is called " + quoted(*name) + ": use " + list};
     }
-    error_ = UsageError{"no mode is called " + quoted(*name) + ": use " + list};
   }
 
   void readPath(std::string_view word) {
-    if (path_) error_ = UsageError{"one PATH at a time, but there is also " + quoted(word)};
-    path_ = word;
+    if (command_.paths == Paths::None) {
+      error_ = UsageError{quoted(command_.name) + " takes no PATH, but there is " + quoted(word)};
+    } else if (command_.paths == Paths::One && !arguments_.paths.empty()) {
+      error_ = UsageError{"one PATH at a time, but there is also " + quoted(word)};
+    } else {
+      arguments_.paths.emplace_back(word);
+    }
   }
 
+  void requirePath() {
+    const auto& paths = arguments_.paths;
+    const bool isNamed = std::none_of(paths.begin(), paths.end(),
+                                      [](const std::string& path) { return path.empty(); });
+    if (paths.empty() || !isNamed) error_ = UsageError{"of what? PATH is missing"};
+  }
+
+  const Command& command_;
   Arguments arguments_;
-  std::optional<std::string_view> path_;
   std::optional<UsageError> error_;
   bool optionsEnded_ = false;
 };
@@ -142,14 +179,19 @@ std::string_view nameOf(DocumentMode mode) {
 
 ParseResult parseArguments(const std::vector<std::string_view>& words) {
   if (words.empty()) return UsageError{"a command is missing"};
-  if (words[0] == "page") return ItemCommandParser(Subcommand::Page).parse(words);
-  if (words[0] == "describe") return ItemCommandParser(Subcommand::Describe).parse(words);
+  const std::span<const std::string_view> all(words);
+  for (const Command& command : kCommands) {
+    if (words[0] == command.name) return CommandParser(command).parse(all.subspan(1));
+  }
+  if (words[0] == "snapshot") {
+    return Arguments{.subcommand = Subcommand::Snapshot, .paths = {words.begin() + 1, words.end()}};
+  }
   const bool isHelp = words[0] == "--help" || words[0] == "-h";
   if (isHelp || words[0] == "--version") {
     if (words.size() > 1) return UsageError{quoted(words[0]) + " stands alone"};
     return Arguments{.subcommand = isHelp ? Subcommand::Help : Subcommand::Version};
   }
-  return UsageError{"unknown command " + quoted(words[0])};
+  return CommandParser(kOpen).parse(all);
 }
 
 }  // namespace lumisk

@@ -8,7 +8,10 @@
 
 namespace lumisk {
 
-enum class Subcommand { Page, Describe, Help, Version };
+enum class Subcommand { Page, Describe, Open, Snapshot, Integrate, Help, Version };
+
+/// What `lumisk integrate` does.
+enum class Integration { Install, Remove, Status };
 
 /// Which form of a document that has two is meant. JSON has a formatted one and its text, Markdown
 /// a rendered one and its source; the last of each pair are two names for the same.
@@ -22,7 +25,13 @@ struct Arguments {
   Subcommand subcommand = Subcommand::Help;
   bool isDark = false;
   std::optional<DocumentMode> mode = {};
-  std::string path = {};  ///< as written: a path or a "file:" URI
+  Integration integration = Integration::Install;
+  /// As written: each a path or a "file:" URI. With `Snapshot` all words, options included, which
+  /// the previewer reads.
+  std::vector<std::string> paths = {};
+
+  /// The one item of a command that takes one.
+  const std::string& path() const { return paths.front(); }
 };
 
 /// A sentence that says what is wrong with the command line.

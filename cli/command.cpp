@@ -8,6 +8,8 @@
 #include "cli/arguments.h"
 #include "cli/describe.h"
 #include "cli/descriptor_output.h"
+#include "cli/integrate.h"
+#include "cli/open.h"
 #include "cli/page.h"
 
 namespace lumisk {
@@ -39,6 +41,12 @@ int runCommand(const std::vector<std::string_view>& words) {
       return runPage(arguments);
     case Subcommand::Describe:
       return runDescribe(arguments);
+    case Subcommand::Open:
+      return runOpen(arguments);
+    case Subcommand::Snapshot:
+      return runSnapshot(arguments);
+    case Subcommand::Integrate:
+      return runIntegrate(arguments);
   }
   return kExitUsage;
 }

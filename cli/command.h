@@ -6,7 +6,12 @@
 
 namespace lumisk {
 
-enum ExitStatus : int { kExitSuccess = 0, kExitFailure = 1, kExitUsage = 2 };
+enum ExitStatus : int {
+  kExitSuccess = 0,
+  kExitFailure = 1,
+  kExitUsage = 2,
+  kExitNotIntegrated = 3
+};
 
 /// Runs the command with the words after the program's name; returns its exit status.
 int runCommand(const std::vector<std::string_view>& words);

@@ -41,7 +41,7 @@ bool choose(DocumentMode mode, ui::HostedView& view, HeadlessPlatform& desktop) 
 }
 
 std::string noSuchMode(const Arguments& arguments, const ui::HostedView& view) {
-  std::string sentence = "the preview of '" + arguments.path + "' has no mode called '" +
+  std::string sentence = "the preview of '" + arguments.path() + "' has no mode called '" +
                          std::string(nameOf(*arguments.mode)) + "'";
   const std::vector<std::string> names = modeNames(view.body());
   for (std::size_t i = 0; i < names.size(); ++i)
@@ -52,9 +52,9 @@ std::string noSuchMode(const Arguments& arguments, const ui::HostedView& view) {
 }  // namespace
 
 int runDescribe(const Arguments& arguments) {
-  const std::optional<FileURL> url = fileURLOfArgument(arguments.path);
+  const std::optional<FileURL> url = fileURLOfArgument(arguments.path());
   if (!url) {
-    complain("'" + arguments.path + "' is not the URI of a file on this machine");
+    complain("'" + arguments.path() + "' is not the URI of a file on this machine");
     return kExitUsage;
   }
   HeadlessPlatform desktop(
@@ -65,7 +65,7 @@ int runDescribe(const Arguments& arguments) {
   std::optional<ErrorRecord> failure;
   controller.preparePreviewOfFile(*url, [&](const auto& error) { failure = error; });
   if (failure) {
-    complain("cannot show '" + arguments.path + "': " + failure->localizedDescription);
+    complain("cannot show '" + arguments.path() + "': " + failure->localizedDescription);
     return kExitFailure;
   }
   ui::HostedView& view = controller.children().back()->view;

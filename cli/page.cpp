@@ -62,22 +62,22 @@ int failPreview(const std::string& path, const ErrorRecord& error) {
 }  // namespace
 
 int runPage(const Arguments& arguments) {
-  const std::optional<FileURL> url = fileURLOfArgument(arguments.path);
+  const std::optional<FileURL> url = fileURLOfArgument(arguments.path());
   if (!url) {
-    complain("'" + arguments.path + "' is not the URI of a file on this machine");
+    complain("'" + arguments.path() + "' is not the URI of a file on this machine");
     return kExitUsage;
   }
   if (isExistingDirectory(url->path())) {
-    complain("'" + arguments.path + "' is a folder; only files have a page");
+    complain("'" + arguments.path() + "' is a folder; only files have a page");
     return kExitFailure;
   }
   if (arguments.mode && !hasModes(previewKindOf(*url))) {
-    complain("--mode is for JSON and JSON Lines, which '" + arguments.path + "' is not");
+    complain("--mode is for JSON and JSON Lines, which '" + arguments.path() + "' is not");
     return kExitUsage;
   }
   auto loaded = PreviewedFile::load(*url);
   if (const auto* error = std::get_if<ErrorRecord>(&loaded)) {
-    return failPreview(arguments.path, *error);
+    return failPreview(arguments.path(), *error);
   }
   DescriptorOutput out(STDOUT_FILENO);
   writePage(out, *url, std::get<PreviewedFile>(loaded), arguments);

@@ -34,7 +34,52 @@ TEST(Arguments, AcceptsEveryFormOfPage) {
     EXPECT_EQ(arguments->subcommand, Subcommand::Page);
     EXPECT_EQ(arguments->isDark, row.isDark);
     EXPECT_EQ(arguments->mode, row.mode);
-    EXPECT_EQ(arguments->path, row.path);
+    EXPECT_EQ(arguments->path(), row.path);
+  }
+}
+
+TEST(Arguments, OpenTakesSeveralPathsAndMayBeLeftOut) {
+  struct Row {
+    Words words;
+    std::vector<std::string> paths;
+  };
+  const std::vector<Row> rows = {
+      {{"open", "a"}, {"a"}},
+      {{"open", "a", "b", "c"}, {"a", "b", "c"}},
+      {{"a"}, {"a"}},
+      {{"a", "b"}, {"a", "b"}},
+      {{"a", "page"}, {"a", "page"}},
+      {{"open", "page"}, {"page"}},
+      {{"open", "--", "-a"}, {"-a"}},
+      {{"./page"}, {"./page"}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row.words));
+    const auto parsed = parseArguments(row.words);
+    const auto* arguments = std::get_if<Arguments>(&parsed);
+    ASSERT_NE(arguments, nullptr);
+    EXPECT_EQ(arguments->subcommand, Subcommand::Open);
+    EXPECT_EQ(arguments->paths, row.paths);
+  }
+}
+
+TEST(Arguments, IntegrateInstallsUnlessToldOtherwise) {
+  struct Row {
+    Words words;
+    Integration integration;
+  };
+  const std::vector<Row> rows = {
+      {{"integrate"}, Integration::Install},
+      {{"integrate", "--remove"}, Integration::Remove},
+      {{"integrate", "--remove", "--remove"}, Integration::Remove},
+      {{"integrate", "--status"}, Integration::Status},
+  };
+  for (const Row& row : rows) {
+    const auto parsed = parseArguments(row.words);
+    const auto* arguments = std::get_if<Arguments>(&parsed);
+    ASSERT_NE(arguments, nullptr);
+    EXPECT_EQ(arguments->subcommand, Subcommand::Integrate);
+    EXPECT_EQ(arguments->integration, row.integration);
   }
 }
 
@@ -54,7 +99,15 @@ TEST(Arguments, DescribeTakesTheModesOfEveryView) {
 TEST(Arguments, RejectsWhatMeansNothing) {
   const std::vector<Words> rows = {
       {},
-      {"pages", "a"},
+      {"open"},
+      {"open", ""},
+      {"a", ""},
+      {"a", "--dark"},
+      {"open", "--mode=text", "a"},
+      {"integrate", "a"},
+      {"integrate", "--remove", "--status"},
+      {"integrate", "--dark"},
+      {"page", "--remove", "a"},
       {"page"},
       {"page", ""},
       {"page", "a", "b"},
@@ -81,8 +134,8 @@ TEST(Arguments, RejectsWhatMeansNothing) {
 }
 
 TEST(Arguments, HelpNamesEveryOption) {
-  for (const char* word :
-       {"page", "describe", "--dark", "--light", "--mode", "--help", "--version"}) {
+  for (const char* word : {"page", "describe", "open", "integrate", "--dark", "--light", "--mode",
+                           "--remove", "--status", "--help", "--version"}) {
     EXPECT_NE(kHelpText.find(word), std::string_view::npos) << word;
   }
 }

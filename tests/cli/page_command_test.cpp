@@ -217,7 +217,7 @@ TEST(PageCommand, WrongUsageSaysSo) {
       {"page", "--mode", "text", (folder / "x.md").string()},
       {"page", "file://elsewhere/x.md"},
       {"page", "file:///%zz"},
-      {"nonsense"},
+      {"--nonsense"},
   };
   for (const std::vector<std::string>& words : rows) {
     const ProcessResult result = lumiskCommand(words);

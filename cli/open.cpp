@@ -1,0 +1,95 @@
+#include "cli/open.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "cli/arguments.h"
+#include "cli/command.h"
+#include "cli/previewer_program.h"
+#include "platform/argument_url.h"
+
+namespace lumisk {
+
+namespace {
+
+bool isSet(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+bool hasDisplay() { return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"); }
+
+// "trash:///x", which the desktop can look up; a name like "a:b" that is there is a path.
+bool isAddressOfAnotherKind(const std::string& argument) {
+  const std::size_t colon = argument.find(':');
+  if (colon == std::string::npos || colon == 0) return false;
+  constexpr const char* kSchemeCharacters =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.";
+  const bool isScheme = argument.find_first_not_of(kSchemeCharacters) == colon;
+  return isScheme && !argument.starts_with("file:") && argument.compare(colon, 2, ":/") == 0 &&
+         access(argument.c_str(), F_OK) != 0;
+}
+
+/// The address to hand over, or nothing after having said what is wrong with it.
+std::optional<std::string> addressOf(const std::string& argument) {
+  if (isAddressOfAnotherKind(argument)) return argument;
+  const std::optional<FileURL> url = fileURLOfArgument(argument);
+  if (!url) {
+    complain("'" + argument + "' is not the URI of a file on this machine");
+    return std::nullopt;
+  }
+  struct stat status = {};
+  if (stat(url->path().c_str(), &status) != 0) {
+    complain("cannot show '" + argument + "': " + std::generic_category().message(errno));
+    return std::nullopt;
+  }
+  return url->absoluteString();
+}
+
+int becomePreviewer(const std::string& program, const char* command,
+                    const std::vector<std::string>& rest) {
+  std::vector<std::string> words = {program, command};
+  words.insert(words.end(), rest.begin(), rest.end());
+  std::vector<char*> argv;
+  for (std::string& word : words) argv.push_back(word.data());
+  argv.push_back(nullptr);
+  execv(program.c_str(), argv.data());
+  complain("cannot start '" + program + "': " + std::generic_category().message(errno));
+  return kExitFailure;
+}
+
+int runInPreviewer(const char* command, const std::vector<std::string>& rest) {
+  if (!hasDisplay()) {
+    complain("there is no display to show it on; lumisk page writes the page of a file");
+    return kExitFailure;
+  }
+  const std::optional<std::string> program = findPreviewer();
+  if (!program) {
+    complainOfNoPreviewer();
+    return kExitFailure;
+  }
+  return becomePreviewer(*program, command, rest);
+}
+
+}  // namespace
+
+int runOpen(const Arguments& arguments) {
+  std::vector<std::string> addresses;
+  for (const std::string& path : arguments.paths) {
+    std::optional<std::string> address = addressOf(path);
+    if (!address) return kExitFailure;
+    addresses.push_back(*std::move(address));
+  }
+  return runInPreviewer("open", addresses);
+}
+
+int runSnapshot(const Arguments& arguments) { return runInPreviewer("snapshot", arguments.paths); }
+
+}  // namespace lumisk

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <gdk/gdk.h>
+
+#include <optional>
+#include <span>
+
+namespace lumisk::desktop {
+
+/// What a person can tell the panel to do. One table gives each its keys, its place in the menu and
+/// its line in the shortcuts window.
+enum class Command {
+  Close,
+  Quit,
+  OpenWithDefault,
+  Find,
+  FindNext,
+  FindPrevious,
+  Copy,
+  ZoomIn,
+  ZoomOut,
+  ZoomReset,
+  Print,
+  Reload,
+  FullScreen,
+  GoBack,
+  ShowShortcuts,
+  LineUp,
+  LineDown,
+  LineLeft,
+  LineRight,
+  PageUp,
+  PageDown,
+  ToStart,
+  ToEnd,
+};
+
+enum class CommandGroup { General, Document, View, Scrolling };
+
+struct CommandRow {
+  Command command;
+  CommandGroup group;
+  const char* action;        ///< its name as an action
+  const char* title;         ///< in English
+  const char* accelerators;  ///< in the toolkit's notation, separated by blanks
+};
+
+std::span<const CommandRow> commandRows();
+const CommandRow& rowOf(Command command);
+
+/// What the key stands for.
+std::optional<Command> commandOfKey(guint key, GdkModifierType modifiers);
+
+/// Whether the key means `command` even where a text field would take it.
+bool isMeantWhileTyping(Command command, guint key, GdkModifierType modifiers);
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <string>
+
+#include "core/file_url.h"
+#include "desktop/gref.h"
+
+namespace lumisk::desktop {
+
+/// The application that the person's desktop opens items of this content type with; none when there
+/// is none, or when it is this program.
+GRef<GAppInfo> defaultApplication(const std::string& contentType);
+
+/// False when it could not be started.
+bool openWith(GAppInfo* application, const FileURL& url, GdkDisplay* display);
+
+}  // namespace lumisk::desktop

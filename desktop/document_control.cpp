@@ -1,0 +1,125 @@
+#include "desktop/document_control.h"
+
+#include <functional>
+#include <string>
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr double kLine = 40;           // pixels
+constexpr double kPageFraction = 0.9;  // so that the last line is seen again
+
+/// Apart from the page's own scripts, which could otherwise put their own functions in the place
+/// of these.
+constexpr const char* kHostWorld = "lumisk-host";
+
+const char* scriptFor(ScrollStep step) {
+  switch (step) {
+    case ScrollStep::LineUp:
+      return "window.scrollBy(0, -40)";
+    case ScrollStep::LineDown:
+      return "window.scrollBy(0, 40)";
+    case ScrollStep::LineLeft:
+      return "window.scrollBy(-40, 0)";
+    case ScrollStep::LineRight:
+      return "window.scrollBy(40, 0)";
+    case ScrollStep::PageUp:
+      return "window.scrollBy(0, -0.9 * window.innerHeight)";
+    case ScrollStep::PageDown:
+      return "window.scrollBy(0, 0.9 * window.innerHeight)";
+    case ScrollStep::ToStart:
+      return "window.scrollTo(0, 0)";
+    case ScrollStep::ToEnd:
+      return "window.scrollTo(0, document.documentElement.scrollHeight)";
+  }
+  return "";
+}
+
+void scrollWindow(GtkScrolledWindow* scrolled, ScrollStep step) {
+  const bool isSideways = step == ScrollStep::LineLeft || step == ScrollStep::LineRight;
+  GtkAdjustment* adjustment = isSideways ? gtk_scrolled_window_get_hadjustment(scrolled)
+                                         : gtk_scrolled_window_get_vadjustment(scrolled);
+  const double page = gtk_adjustment_get_page_size(adjustment) * kPageFraction;
+  double value = gtk_adjustment_get_value(adjustment);
+  switch (step) {
+    case ScrollStep::LineUp:
+    case ScrollStep::LineLeft:
+      value -= kLine;
+      break;
+    case ScrollStep::LineDown:
+    case ScrollStep::LineRight:
+      value += kLine;
+      break;
+    case ScrollStep::PageUp:
+      value -= page;
+      break;
+    case ScrollStep::PageDown:
+      value += page;
+      break;
+    case ScrollStep::ToStart:
+      value = gtk_adjustment_get_lower(adjustment);
+      break;
+    case ScrollStep::ToEnd:
+      value = gtk_adjustment_get_upper(adjustment);
+      break;
+  }
+  gtk_adjustment_set_value(adjustment, value);
+}
+
+void forEachBelow(GtkWidget* widget, const std::function<void(GtkWidget*)>& visit) {
+  visit(widget);
+  for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    forEachBelow(child, visit);
+}
+
+void zoomText(GtkWidget* view, double zoom) {
+  constexpr const char* kProvider = "lumisk-zoom";
+  auto* provider = static_cast<GtkCssProvider*>(g_object_get_data(G_OBJECT(view), kProvider));
+  if (provider == nullptr) {
+    provider = gtk_css_provider_new();
+    gtk_style_context_add_provider(gtk_widget_get_style_context(view), GTK_STYLE_PROVIDER(provider),
+                                   GTK_STYLE_PROVIDER_PRIORITY_APPLICATION + 1);
+    g_object_set_data_full(G_OBJECT(view), kProvider, provider, g_object_unref);
+  }
+  const int percent = static_cast<int>(zoom * 100 + 0.5);
+  const std::string rule = "* { font-size: " + std::to_string(percent) + "%; }";
+  gtk_css_provider_load_from_data(provider, rule.data(), static_cast<gssize>(rule.size()));
+}
+
+}  // namespace
+
+void scroll(const ShownDocument& shown, ScrollStep step) {
+  if (shown.page != nullptr)
+    webkit_web_view_evaluate_javascript(shown.page, scriptFor(step), -1, kHostWorld, nullptr,
+                                        nullptr, nullptr, nullptr);
+  else if (shown.scrolled != nullptr)
+    scrollWindow(shown.scrolled, step);
+}
+
+void copySelection(const ShownDocument& shown) {
+  if (shown.page != nullptr)
+    webkit_web_view_execute_editing_command(shown.page, WEBKIT_EDITING_COMMAND_COPY);
+  else if (shown.text != nullptr)
+    g_signal_emit_by_name(shown.text, "copy-clipboard");
+}
+
+void setZoom(GtkWidget* root, double zoom) {
+  forEachBelow(root, [zoom](GtkWidget* widget) {
+    if (WEBKIT_IS_WEB_VIEW(widget)) webkit_web_view_set_zoom_level(WEBKIT_WEB_VIEW(widget), zoom);
+    if (GTK_IS_TEXT_VIEW(widget)) zoomText(widget, zoom);
+  });
+}
+
+bool print(GtkWidget* root, GtkWindow* parent) {
+  WebKitWebView* page = nullptr;
+  forEachBelow(root, [&page](GtkWidget* widget) {
+    if (WEBKIT_IS_WEB_VIEW(widget)) page = WEBKIT_WEB_VIEW(widget);
+  });
+  if (page == nullptr) return false;
+  const auto operation = GRef<WebKitPrintOperation>::adopt(webkit_print_operation_new(page));
+  webkit_print_operation_run_dialog(operation.get(), parent);
+  return true;
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,206 @@
+#include "desktop/find_bar.h"
+
+#include "desktop/texts.h"
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr auto kPageOptions = static_cast<WebKitFindOptions>(WEBKIT_FIND_OPTIONS_CASE_INSENSITIVE |
+                                                             WEBKIT_FIND_OPTIONS_WRAP_AROUND);
+constexpr auto kTextOptions =
+    static_cast<GtkTextSearchFlags>(GTK_TEXT_SEARCH_CASE_INSENSITIVE | GTK_TEXT_SEARCH_TEXT_ONLY);
+constexpr unsigned kNoLimit = G_MAXUINT;
+/// Matches to count before other work gets its turn.
+constexpr int kMatchesAPiece = 200;
+
+GtkWidget* newStepButton(const char* icon, const char* tooltip) {
+  GtkWidget* button = gtk_button_new_from_icon_name(icon);
+  gtk_widget_set_tooltip_text(button, tr(tooltip));
+  return button;
+}
+
+}  // namespace
+
+FindBar::FindBar(std::function<ShownDocument()> findTarget)
+    : findTarget_(std::move(findTarget)), bar_(GRef<GtkWidget>::retain(gtk_search_bar_new())) {
+  buildBar();
+}
+
+FindBar::~FindBar() {
+  forgetTarget();
+  g_signal_handlers_disconnect_by_data(entry_, this);
+}
+
+void FindBar::buildBar() {
+  GtkWidget* box = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 6);
+  entry_ = gtk_search_entry_new();
+  gtk_widget_set_size_request(entry_, 240, -1);
+  gtk_accessible_update_property(GTK_ACCESSIBLE(entry_), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                 tr("Find in the document"), -1);
+  count_ = gtk_label_new(nullptr);
+  gtk_label_set_width_chars(GTK_LABEL(count_), 12);
+  gtk_label_set_xalign(GTK_LABEL(count_), 0);
+  gtk_widget_add_css_class(count_, "dim-label");
+  gtk_widget_add_css_class(count_, "find-count");
+  GtkWidget* steps = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 0);
+  gtk_widget_add_css_class(steps, "linked");
+  GtkWidget* previous = newStepButton("go-up-symbolic", "Find Previous");
+  GtkWidget* next = newStepButton("go-down-symbolic", "Find Next");
+  gtk_box_append(GTK_BOX(steps), previous);
+  gtk_box_append(GTK_BOX(steps), next);
+  gtk_box_append(GTK_BOX(box), entry_);
+  gtk_box_append(GTK_BOX(box), steps);
+  gtk_box_append(GTK_BOX(box), count_);
+  gtk_search_bar_set_child(GTK_SEARCH_BAR(bar_.get()), box);
+  gtk_search_bar_connect_entry(GTK_SEARCH_BAR(bar_.get()), GTK_EDITABLE(entry_));
+
+  const auto on = [this](GtkWidget* widget, const char* signal, void (*handler)(FindBar*)) {
+    g_signal_connect_swapped(widget, signal, G_CALLBACK(handler), this);
+  };
+  on(entry_, "search-changed", [](FindBar* bar) { bar->searchAnew(); });
+  on(entry_, "activate", [](FindBar* bar) { bar->next(); });
+  on(previous, "clicked", [](FindBar* bar) { bar->previous(); });
+  on(next, "clicked", [](FindBar* bar) { bar->next(); });
+}
+
+bool FindBar::isOpen() const {
+  return gtk_search_bar_get_search_mode(GTK_SEARCH_BAR(bar_.get())) == TRUE;
+}
+
+bool FindBar::hasFocus() const {
+  return (gtk_widget_get_state_flags(entry_) & GTK_STATE_FLAG_FOCUS_WITHIN) != 0;
+}
+
+std::string FindBar::countText() const { return gtk_label_get_text(GTK_LABEL(count_)); }
+
+void FindBar::open() {
+  gtk_search_bar_set_search_mode(GTK_SEARCH_BAR(bar_.get()), TRUE);
+  gtk_widget_grab_focus(entry_);
+  gtk_editable_select_region(GTK_EDITABLE(entry_), 0, -1);
+  searchAnew();
+}
+
+void FindBar::close() {
+  forgetTarget();
+  gtk_search_bar_set_search_mode(GTK_SEARCH_BAR(bar_.get()), FALSE);
+  gtk_label_set_text(GTK_LABEL(count_), "");
+}
+
+void FindBar::forgetTarget() {
+  counting_.cancel();
+  counted_.reset();
+  if (countedUpTo_ && gtk_text_mark_get_deleted(countedUpTo_.get()) == FALSE)
+    gtk_text_buffer_delete_mark(gtk_text_view_get_buffer(text_.get()), countedUpTo_.get());
+  countedUpTo_ = {};
+  text_ = {};
+  if (page_) webkit_find_controller_search_finish(webkit_web_view_get_find_controller(page_.get()));
+  page_ = {};
+}
+
+void FindBar::searchAnew() {
+  forgetTarget();
+  const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
+  gtk_label_set_text(GTK_LABEL(count_), "");
+  if (!isOpen() || *text == '\0') return;
+  const ShownDocument shown = findTarget_();
+  if (shown.page != nullptr)
+    searchPage(shown.page, text);
+  else if (shown.text != nullptr)
+    searchText(shown.text);
+}
+
+void FindBar::searchPage(WebKitWebView* page, const char* text) {
+  page_ = GRef<WebKitWebView>::retain(page);
+  WebKitFindController* controller = webkit_web_view_get_find_controller(page);
+  counted_ = std::make_unique<SignalHandler>(controller, "counted-matches",
+                                             G_CALLBACK(&FindBar::counted), this);
+  webkit_find_controller_count_matches(controller, text, kPageOptions, kNoLimit);
+  webkit_find_controller_search(controller, text, kPageOptions, kNoLimit);
+}
+
+void FindBar::counted(WebKitFindController*, unsigned count, gpointer self) {
+  static_cast<FindBar*>(self)->showCount(count);
+}
+
+void FindBar::searchText(GtkTextView* view) {
+  text_ = GRef<GtkTextView>::retain(view);
+  matches_ = 0;
+  GtkTextBuffer* buffer = gtk_text_view_get_buffer(view);
+  GtkTextIter start;
+  gtk_text_buffer_get_start_iter(buffer, &start);
+  countedUpTo_ = GRef<GtkTextMark>::adopt(gtk_text_mark_new(nullptr, TRUE));
+  gtk_text_buffer_add_mark(buffer, countedUpTo_.get(), &start);
+  gtk_text_buffer_place_cursor(buffer, &start);
+  stepInText(view, Direction::Forward);
+  // After the text that is still coming in.
+  counting_.whileIdle([this] { return countPieceOfText(); }, G_PRIORITY_LOW);
+}
+
+bool FindBar::countPieceOfText() {
+  GtkTextBuffer* buffer = gtk_text_view_get_buffer(text_.get());
+  const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
+  GtkTextIter from;
+  gtk_text_buffer_get_iter_at_mark(buffer, &from, countedUpTo_.get());
+  bool isMore = true;
+  for (int i = 0; i < kMatchesAPiece && isMore; ++i) {
+    GtkTextIter start;
+    GtkTextIter end;
+    isMore = gtk_text_iter_forward_search(&from, text, kTextOptions, &start, &end, nullptr) == TRUE;
+    if (!isMore) break;
+    ++matches_;
+    from = end;
+  }
+  gtk_text_buffer_move_mark(buffer, countedUpTo_.get(), &from);
+  if (!isMore) gtk_text_buffer_delete_mark(buffer, countedUpTo_.get());
+  showCount(matches_);
+  return isMore;
+}
+
+void FindBar::showCount(unsigned count) {
+  std::string text = tr("No matches");
+  if (count > 0) {
+    text = g_dngettext("lumisk", "%u match", "%u matches", count);
+    const std::size_t slot = text.find("%u");
+    if (slot != std::string::npos) text.replace(slot, 2, std::to_string(count));
+  }
+  gtk_label_set_text(GTK_LABEL(count_), text.c_str());
+}
+
+void FindBar::step(Direction direction) {
+  if (!isOpen()) return open();
+  const ShownDocument shown = findTarget_();
+  const bool isSame =
+      shown.page == page_.get() && (shown.page != nullptr || shown.text == text_.get());
+  if (!isSame) return searchAnew();
+  if (text_) return stepInText(text_.get(), direction);
+  if (!page_) return;
+  WebKitFindController* controller = webkit_web_view_get_find_controller(page_.get());
+  if (direction == Direction::Forward)
+    webkit_find_controller_search_next(controller);
+  else
+    webkit_find_controller_search_previous(controller);
+}
+
+void FindBar::stepInText(GtkTextView* view, Direction direction) {
+  GtkTextBuffer* buffer = gtk_text_view_get_buffer(view);
+  const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
+  const bool isForward = direction == Direction::Forward;
+  const auto search = isForward ? gtk_text_iter_forward_search : gtk_text_iter_backward_search;
+  GtkTextIter selectionStart;
+  GtkTextIter selectionEnd;
+  gtk_text_buffer_get_selection_bounds(buffer, &selectionStart, &selectionEnd);
+  GtkTextIter from = isForward ? selectionEnd : selectionStart;
+  GtkTextIter start;
+  GtkTextIter end;
+  if (search(&from, text, kTextOptions, &start, &end, nullptr) == FALSE) {
+    if (isForward)
+      gtk_text_buffer_get_start_iter(buffer, &from);
+    else
+      gtk_text_buffer_get_end_iter(buffer, &from);
+    if (search(&from, text, kTextOptions, &start, &end, nullptr) == FALSE) return;
+  }
+  gtk_text_buffer_select_range(buffer, &start, &end);
+  gtk_text_view_scroll_to_iter(view, &start, 0.1, FALSE, 0, 0);
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "desktop/presentation.h"
+
+namespace lumisk::desktop {
+
+/// Finds text in what is shown, page or plain text, without regard to case, and counts the matches.
+class FindBar {
+ public:
+  /// `findTarget` tells what is shown at the moment.
+  explicit FindBar(std::function<ShownDocument()> findTarget);
+  FindBar(const FindBar&) = delete;
+  FindBar& operator=(const FindBar&) = delete;
+  ~FindBar();
+
+  GtkWidget* widget() const { return bar_.get(); }
+  bool isOpen() const;
+  bool hasFocus() const;
+  void open();
+  /// Closes it and takes the marks out of the document.
+  void close();
+  void next() { step(Direction::Forward); }
+  void previous() { step(Direction::Backward); }
+  /// What stands there about the matches: "17 matches".
+  std::string countText() const;
+
+ private:
+  enum class Direction { Forward, Backward };
+  void buildBar();
+  void searchAnew();
+  void searchPage(WebKitWebView* page, const char* text);
+  void searchText(GtkTextView* view);
+  void step(Direction direction);
+  void stepInText(GtkTextView* view, Direction direction);
+  bool countPieceOfText();
+  void showCount(unsigned count);
+  void forgetTarget();
+
+  static void counted(WebKitFindController*, unsigned count, gpointer self);
+
+  std::function<ShownDocument()> findTarget_;
+  GRef<GtkWidget> bar_;
+  GtkWidget* entry_ = nullptr;
+  GtkWidget* count_ = nullptr;
+  GRef<WebKitWebView> page_;
+  GRef<GtkTextView> text_;
+  std::unique_ptr<SignalHandler> counted_;
+  Deferred counting_;
+  GRef<GtkTextMark> countedUpTo_;
+  unsigned matches_ = 0;
+};
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,86 @@
+#include "desktop/gtk_platform.h"
+
+#include <glib/gstdio.h>
+
+#include <future>
+#include <utility>
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr int kMostThreads = 2;
+
+gboolean runTask(gpointer task) {
+  (*static_cast<Task*>(task))();
+  return G_SOURCE_REMOVE;
+}
+
+void deleteTask(gpointer task) { delete static_cast<Task*>(task); }
+
+void runInPool(gpointer task, gpointer) {
+  runTask(task);
+  deleteTask(task);
+}
+
+void removeFolder(const std::string& folder) {
+  const std::string pages = folder + "/LumiskHTML";
+  g_remove((pages + "/preview.html").c_str());
+  g_remove(pages.c_str());
+  g_remove(folder.c_str());
+}
+
+}  // namespace
+
+bool GlibMainQueue::isMainThread() const { return g_thread_self() == mainThread_; }
+
+void GlibMainQueue::async(Task task) {
+  g_idle_add_full(G_PRIORITY_DEFAULT, runTask, new Task(std::move(task)), deleteTask);
+}
+
+void GlibMainQueue::sync(const Task& task) {
+  std::promise<void> done;
+  async([&] {
+    task();
+    done.set_value();
+  });
+  done.get_future().wait();
+}
+
+GlibBackgroundQueue::GlibBackgroundQueue()
+    : pool_(g_thread_pool_new_full(runInPool, nullptr, deleteTask, kMostThreads, FALSE, nullptr)) {}
+
+GlibBackgroundQueue::~GlibBackgroundQueue() { g_thread_pool_free(pool_, TRUE, TRUE); }
+
+void GlibBackgroundQueue::async(Task task) {
+  g_thread_pool_push(pool_, new Task(std::move(task)), nullptr);
+}
+
+AppearanceMatch AdwaitaAppearance::bestMatch() const {
+  return adw_style_manager_get_dark(adw_style_manager_get_default()) == TRUE
+             ? AppearanceMatch::Dark
+             : AppearanceMatch::Light;
+}
+
+DesktopCachesDirectory::~DesktopCachesDirectory() {
+  if (!ownFolder_.empty()) removeFolder(ownFolder_);
+}
+
+std::optional<std::string> DesktopCachesDirectory::path() const {
+  const char* caches = g_get_user_cache_dir();
+  if (caches != nullptr && g_path_is_absolute(caches)) return caches;
+  if (ownFolder_.empty()) {
+    char* made = g_dir_make_tmp("lumisk-XXXXXX", nullptr);
+    if (made != nullptr) ownFolder_ = made;
+    g_free(made);
+  }
+  // Nothing can be written there, and the page is then loaded from its text.
+  return ownFolder_.empty() ? std::string("/nonexistent") : ownFolder_;
+}
+
+GtkPlatform::GtkPlatform()
+    : collation_(makeIcuCollation()), platform_{mainQueue_,     backgroundQueue_,     appearance_,
+                                                strings_,       makeIcuDateFormatter, *collation_,
+                                                icons_,         hiddenNames_,         caches_,
+                                                standardOutput_} {}
+
+}  // namespace lumisk::desktop

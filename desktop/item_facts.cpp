@@ -1,0 +1,86 @@
+#include "desktop/item_facts.h"
+
+#include <gio/gio.h>
+
+#include <cerrno>
+
+#include "desktop/display_text.h"
+#include "desktop/gref.h"
+#include "desktop/texts.h"
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr const char* kAttributes = G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE
+    "," G_FILE_ATTRIBUTE_STANDARD_SIZE "," G_FILE_ATTRIBUTE_STANDARD_TYPE
+    "," G_FILE_ATTRIBUTE_TIME_MODIFIED "," G_FILE_ATTRIBUTE_TIME_CREATED;
+
+std::string takeText(char* text) {
+  std::string result = text == nullptr ? "" : text;
+  g_free(text);
+  return result;
+}
+
+/// "Modified 21 Nov 2026, 14:05", or nothing where the file system does not tell.
+std::string dateText(GFileInfo* info, const char* attribute, const char* format,
+                     const Platform& platform) {
+  const guint64 seconds = g_file_info_get_attribute_uint64(info, attribute);
+  if (seconds == 0) return {};
+  const FileTime time{static_cast<std::time_t>(seconds), 0};
+  return trWith(format, platform.makeDateFormatter()->stringFromDate(time));
+}
+
+std::string capitalized(const std::string& text) {
+  if (text.empty()) return text;
+  const char* rest = g_utf8_next_char(text.c_str());
+  char first[8] = {};
+  g_unichar_to_utf8(g_unichar_toupper(g_utf8_get_char(text.c_str())), first);
+  return std::string(first) + rest;
+}
+
+void addIfAny(std::vector<std::string>& texts, std::string text) {
+  if (!text.empty()) texts.push_back(std::move(text));
+}
+
+}  // namespace
+
+ItemFacts readItemFacts(const FileURL& url, const Platform& platform) {
+  ItemFacts facts;
+  const std::string path = url.path();
+  facts.name = displayLine(url.lastPathComponent());
+  facts.iconName = platform.icons.iconForFile(path, std::nullopt).name;
+  const auto file = GRef<GFile>::adopt(g_file_new_for_path(path.c_str()));
+  const auto info = GRef<GFileInfo>::adopt(
+      g_file_query_info(file.get(), kAttributes, G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
+  if (!info) return facts;
+  facts.exists = true;
+  if (const char* type = g_file_info_get_content_type(info.get())) {
+    facts.contentType = type;
+    facts.kind = capitalized(takeText(g_content_type_get_description(type)));
+  }
+  std::string kindAndSize = facts.kind;
+  if (g_file_info_get_file_type(info.get()) == G_FILE_TYPE_REGULAR)
+    kindAndSize += (kindAndSize.empty() ? "" : " · ") +
+                   takeText(g_format_size(static_cast<guint64>(g_file_info_get_size(info.get()))));
+  addIfAny(facts.details, kindAndSize);
+  addIfAny(facts.details,
+           dateText(info.get(), G_FILE_ATTRIBUTE_TIME_CREATED, "Created %s", platform));
+  addIfAny(facts.details,
+           dateText(info.get(), G_FILE_ATTRIBUTE_TIME_MODIFIED, "Modified %s", platform));
+  return facts;
+}
+
+std::string failureSentence(const ErrorRecord& error, const ItemFacts& facts) {
+  const bool isNoText = error.domain == kLumiskErrorDomain;
+  const bool isKnownKind =
+      !facts.kind.empty() && !g_content_type_is_unknown(facts.contentType.c_str());
+  if (isNoText && isKnownKind && !g_content_type_is_a(facts.contentType.c_str(), "text/plain"))
+    return trWith("Files of the kind “%s” have no preview.", facts.kind);
+  if (isNoText) return tr("This file cannot be read as text.");
+  if (error.code == ENOENT) return tr("This item is no longer there.");
+  if (error.code == EACCES || error.code == EPERM)
+    return tr("You are not allowed to read this item.");
+  return displayLine(error.localizedDescription);
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,136 @@
+#include "desktop/live_view.h"
+
+#include <utility>
+
+namespace lumisk::desktop {
+namespace {
+
+/// Where the empty page of a warm view stands: in the origin of the pages, so that the web process
+/// that has everything compiled and cached stays.
+constexpr const char* kBlankBase = "file:///";
+
+/// The session's storage and the window's name belong to the view, not to the page.
+constexpr const char* kForgetScript =
+    "try { sessionStorage.clear(); } catch (e) {} window.name = '';";
+
+int entriesBehind(WebKitWebView* view) {
+  GList* entries =
+      webkit_back_forward_list_get_back_list(webkit_web_view_get_back_forward_list(view));
+  const auto count = static_cast<int>(g_list_length(entries));
+  g_list_free(entries);
+  return count;
+}
+
+void call(const std::function<void()>& handler) {
+  // A copy: the handler may put another in its place.
+  if (const std::function<void()> copy = handler) copy();
+}
+
+}  // namespace
+
+LiveView::LiveView(const WebEngine& engine)
+    : view_(engine.makeView()),
+      loadChanged_(view_.get(), "load-changed", G_CALLBACK(&LiveView::loadChanged), this),
+      loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
+      terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this) {}
+
+void LiveView::scrub() {
+  onFinished = onCommitted = onTerminated = onHistoryChanged = nullptr;
+  webkit_web_view_stop_loading(view());
+  webkit_find_controller_search_finish(webkit_web_view_get_find_controller(view()));
+  webkit_web_view_set_zoom_level(view(), 1.0);
+  webkit_web_view_evaluate_javascript(view(), kForgetScript, -1, nullptr, nullptr, nullptr, nullptr,
+                                      nullptr);
+  // Ends the document's scripts, timers and sounds, and lets go of its memory.
+  webkit_web_view_load_html(view(), "", kBlankBase);
+  awaited_ = kBlankBase;
+  isScrubbed_ = true;
+}
+
+void LiveView::load(const std::string& address) {
+  if (isScrubbed_ && firstSession_)
+    webkit_web_view_restore_session_state(view(), firstSession_.get());
+  isScrubbed_ = false;
+  hasLeftDocument_ = false;
+  awaited_ = address;
+  webkit_web_view_load_uri(view(), address.c_str());
+}
+
+void LiveView::loadText(const char* html, const char* baseUri) {
+  if (isScrubbed_ && firstSession_)
+    webkit_web_view_restore_session_state(view(), firstSession_.get());
+  isScrubbed_ = false;
+  hasLeftDocument_ = false;
+  awaited_ = baseUri == nullptr ? "about:blank" : baseUri;
+  webkit_web_view_load_html(view(), html, baseUri);
+}
+
+bool LiveView::canGoBack() const { return entriesBehind(view()) > entriesBefore_; }
+
+void LiveView::loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self) {
+  auto* live = static_cast<LiveView*>(self);
+  switch (event) {
+    case WEBKIT_LOAD_STARTED:
+      live->hasFailed_ = false;
+      break;
+    case WEBKIT_LOAD_REDIRECTED:
+      break;
+    case WEBKIT_LOAD_COMMITTED:
+      live->committed();
+      break;
+    case WEBKIT_LOAD_FINISHED:
+      live->finished();
+      break;
+  }
+}
+
+/// FALSE: the engine's own error page may show where a link led to nothing.
+gboolean LiveView::loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*,
+                              gpointer self) {
+  static_cast<LiveView*>(self)->hasFailed_ = true;
+  return FALSE;
+}
+
+void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self) {
+  auto* live = static_cast<LiveView*>(self);
+  live->isDead_ = true;
+  call(live->onTerminated);
+}
+
+void LiveView::committed() {
+  const char* uri = webkit_web_view_get_uri(view());
+  if (uri == nullptr) return;
+  if (!awaited_.empty()) {
+    if (awaited_ != uri) return;  // a late word of the load before
+    awaited_.clear();
+    entriesBefore_ = entriesBehind(view());
+    if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
+    call(onCommitted);
+  } else {
+    hasLeftDocument_ = true;
+  }
+  call(onHistoryChanged);
+}
+
+void LiveView::finished() {
+  if (std::exchange(hasFailed_, false) || !awaited_.empty()) return;
+  call(onFinished);
+}
+
+std::unique_ptr<LiveView> LiveViews::take() {
+  if (warm_ && warm_->isFit()) return std::move(warm_);
+  warm_.reset();
+  return std::make_unique<LiveView>(engine_);
+}
+
+void LiveViews::warmUp() {
+  if (!warm_) giveBack(std::make_unique<LiveView>(engine_));
+}
+
+void LiveViews::giveBack(std::unique_ptr<LiveView> view) {
+  if (!view->isFit() || warm_) return;
+  view->scrub();
+  warm_ = std::move(view);
+}
+
+}  // namespace lumisk::desktop

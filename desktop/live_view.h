@@ -1,0 +1,95 @@
+#pragma once
+
+#include <webkit/webkit.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "desktop/gref.h"
+#include "desktop/web_engine.h"
+
+namespace lumisk::desktop {
+
+/// One of WebKit's views with its web process, used for one document after another.
+///
+/// A fresh view costs more than a second before its first page is complete; one that has shown a
+/// page before costs a fifth of that. So views are used again, and `scrub` takes out what a
+/// document may have left behind: history, storage, zoom, find. What cannot be taken out makes the
+/// view unfit: a page that it was led to by a link may have left anything in its own origin, and a
+/// dead web process has to be started anew.
+class LiveView {
+ public:
+  explicit LiveView(const WebEngine& engine);
+
+  WebKitWebView* view() const { return view_.get(); }
+  GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
+
+  /// Whether the next document may have this view.
+  bool isFit() const { return !isDead_ && !hasLeftDocument_; }
+  void scrub();
+
+  /// Starts a load of the host's own; what the view goes to by itself after that counts as leaving.
+  void load(const std::string& address);
+  void loadText(const char* html, const char* baseUri);
+  /// Whether there is a page of this document to go back to.
+  bool canGoBack() const;
+
+  /// A navigation finished, the load of the host's or a later one, and did not fail.
+  std::function<void()> onFinished;
+  /// The engine took up the page and no longer shows what was there before.
+  std::function<void()> onCommitted;
+  /// The web process ended by itself.
+  std::function<void()> onTerminated;
+  /// What can be gone back to has changed.
+  std::function<void()> onHistoryChanged;
+
+ private:
+  static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
+  static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*, gpointer self);
+  static void terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self);
+  void started();
+  void committed();
+  void finished();
+
+  struct FreeSession {
+    void operator()(WebKitWebViewSessionState* state) const {
+      webkit_web_view_session_state_unref(state);
+    }
+  };
+
+  GRef<WebKitWebView> view_;
+  SignalHandler loadChanged_;
+  SignalHandler loadFailed_;
+  SignalHandler terminated_;
+  /// The address of the host's load that has not been committed yet, empty afterwards.
+  std::string awaited_;
+  /// The history as it was after the view's first page: restoring it forgets all that came later.
+  std::unique_ptr<WebKitWebViewSessionState, FreeSession> firstSession_;
+  /// How many entries of the history lie before this document's own.
+  int entriesBefore_ = 0;
+  bool isScrubbed_ = false;
+  bool hasFailed_ = false;
+  bool isDead_ = false;
+  bool hasLeftDocument_ = false;
+};
+
+/// Keeps at most one view warm while no document uses it.
+class LiveViews {
+ public:
+  explicit LiveViews(const WebEngine& engine) : engine_(engine) {}
+
+  /// The warm view if there is one, else a fresh one.
+  std::unique_ptr<LiveView> take();
+  /// Keeps the view for the next document if it is fit.
+  void giveBack(std::unique_ptr<LiveView> view);
+  /// Has a warm view from now on, though there was no document yet.
+  void warmUp();
+  bool hasWarmView() const { return static_cast<bool>(warm_); }
+
+ private:
+  const WebEngine& engine_;
+  std::unique_ptr<LiveView> warm_;
+};
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,58 @@
+#include <gtk/gtk.h>
+
+#include <clocale>
+#include <cstdio>
+#include <filesystem>
+
+#include "desktop/previewer.h"
+#include "desktop/previewer_arguments.h"
+#include "desktop/service/hand_over.h"
+#include "desktop/snapshot.h"
+
+namespace {
+
+using namespace lumisk::desktop;
+
+constexpr int kExitFailure = 1;
+constexpr int kExitUsage = 2;
+
+/// From where the program lies, so that it also runs from where it was built.
+EngineFiles findEngineFiles() {
+  std::error_code error;
+  const auto program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+  return {(program / LUMISK_EXTENSION_PATH).lexically_normal().string(),
+          (program / LUMISK_STORE_PATH).lexically_normal().string()};
+}
+
+int complain(int status, const char* sentence) {
+  std::fprintf(stderr, "lumisk: %s\n", sentence);
+  return status;
+}
+
+int run(const OpenRequest& request) { return openInPreviewer(request.paths, findEngineFiles()); }
+
+int run(const ServiceRequest&) { return servePreviewer(findEngineFiles()); }
+
+int run(const ReloadBusRequest&) {
+  reloadBus();
+  return 0;
+}
+
+int run(const SnapshotRequest& request) {
+  if (gtk_init_check() == FALSE)
+    return complain(
+        kExitFailure,
+        "there is no display to draw on; \"xvfb-run lumisk snapshot …\" brings its own");
+  return takeSnapshot(request, findEngineFiles());
+}
+
+int run(const WrongUsage& usage) { return complain(kExitUsage, usage.sentence.c_str()); }
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setlocale(LC_ALL, "");
+  const std::vector<std::string_view> words(argv + 1, argv + argc);
+  return std::visit([](const auto& request) { return run(request); },
+                    parsePreviewerArguments(words));
+}

@@ -1,0 +1,206 @@
+#include "desktop/panel.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "desktop/default_application.h"
+#include "desktop/document_control.h"
+#include "desktop/panel_menu.h"
+#include "desktop/status_page.h"
+#include "desktop/style.h"
+#include "desktop/texts.h"
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr double kSmallestZoom = 0.3;
+constexpr double kLargestZoom = 5;
+constexpr int kLongestOpenLabel = 26;  // characters
+
+}  // namespace
+
+Panel::Panel(const Platform& platform, LiveViews& liveViews)
+    : platform_(platform), webViews_(liveViews) {
+  webViews_.onHistoryChanged = [this] { updateHeader(); };
+  // The dying view is still calling; it goes once it has returned.
+  webViews_.onTerminated = [this] { afterCrash_.after(0, [this] { showCrash(); }); };
+  webViews_.onFinished = [this] {
+    if (onPageFinished) onPageFinished();
+  };
+  buildWindow();
+}
+
+Panel::~Panel() {
+  dropContent();
+  findBar_.reset();
+  g_signal_handlers_disconnect_by_data(window_, this);
+  gtk_window_destroy(window_);
+}
+
+void Panel::buildWindow() {
+  window_ = GTK_WINDOW(adw_window_new());
+  installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
+  findBar_ = std::make_unique<FindBar>(
+      [this] { return content() == nullptr ? ShownDocument() : findShownDocument(content()); });
+  GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
+  gtk_box_append(GTK_BOX(box), buildHeader());
+  gtk_box_append(GTK_BOX(box), findBar_->widget());
+  gtk_box_append(GTK_BOX(box), buildContent());
+  adw_window_set_content(ADW_WINDOW(window_), box);
+  addKeys();
+  g_signal_connect(window_, "close-request", G_CALLBACK(&Panel::closeRequested), this);
+}
+
+GtkWidget* Panel::buildHeader() {
+  GtkWidget* header = adw_header_bar_new();
+  title_ = adw_window_title_new("", "");
+  adw_header_bar_set_title_widget(ADW_HEADER_BAR(header), title_);
+  backButton_ = gtk_button_new_from_icon_name("go-previous-symbolic");
+  gtk_widget_set_tooltip_text(backButton_, tr("Back"));
+  gtk_widget_set_visible(backButton_, FALSE);
+  openButton_ = gtk_button_new();
+  GtkWidget* openLabel = gtk_label_new(nullptr);
+  gtk_label_set_ellipsize(GTK_LABEL(openLabel), PANGO_ELLIPSIZE_END);
+  gtk_label_set_max_width_chars(GTK_LABEL(openLabel), kLongestOpenLabel);
+  gtk_button_set_child(GTK_BUTTON(openButton_), openLabel);
+  gtk_widget_set_visible(openButton_, FALSE);
+  adw_header_bar_pack_start(ADW_HEADER_BAR(header), backButton_);
+  adw_header_bar_pack_end(
+      ADW_HEADER_BAR(header),
+      menuButtonNew(GTK_WIDGET(window_), [this](Command command) { perform(command); }));
+  adw_header_bar_pack_end(ADW_HEADER_BAR(header), openButton_);
+  const auto onClick = [this](GtkWidget* button, void (*handler)(Panel*)) {
+    g_signal_connect_swapped(button, "clicked", G_CALLBACK(handler), this);
+  };
+  onClick(backButton_, [](Panel* panel) { panel->perform(Command::GoBack); });
+  onClick(openButton_, [](Panel* panel) { panel->perform(Command::OpenWithDefault); });
+  return header;
+}
+
+GtkWidget* Panel::buildContent() {
+  contentBin_ = adw_bin_new();
+  gtk_widget_set_vexpand(contentBin_, TRUE);
+  gtk_widget_set_hexpand(contentBin_, TRUE);
+  GtkEventController* wheel = gtk_event_controller_scroll_new(GTK_EVENT_CONTROLLER_SCROLL_VERTICAL);
+  gtk_event_controller_set_propagation_phase(wheel, GTK_PHASE_CAPTURE);
+  g_signal_connect(wheel, "scroll", G_CALLBACK(&Panel::wheelTurned), this);
+  gtk_widget_add_controller(contentBin_, wheel);
+  return contentBin_;
+}
+
+void Panel::show(const FileURL& url) {
+  afterCrash_.cancel();
+  dropContent();
+  url_ = url;
+  zoom_ = 1;
+  facts_ = readItemFacts(url, platform_);
+  presentation_ = std::make_unique<Presentation>(url, context_);
+  if (const auto error = presentation_->error()) {
+    presentation_.reset();
+    showStatus(*error);
+  } else {
+    setContent(presentation_->widget());
+  }
+  updateHeader();
+  fitWindow();
+  gtk_window_present(window_);
+}
+
+void Panel::showUnavailable(const std::string& title, const std::string& sentence) {
+  afterCrash_.cancel();
+  dropContent();
+  url_.reset();
+  zoom_ = 1;
+  facts_ = {};
+  facts_.iconName = "dialog-error-symbolic";
+  facts_.name = title;
+  setContent(statusPageNew({facts_.iconName, title, sentence, {}}, nullptr));
+  updateHeader();
+  fitWindow();
+  gtk_window_present(window_);
+}
+
+void Panel::close() {
+  if (!isVisible()) return;
+  gtk_widget_set_visible(GTK_WIDGET(window_), FALSE);
+  dropContent();
+  if (onClosed) onClosed();
+}
+
+void Panel::setContent(GtkWidget* content) {
+  adw_bin_set_child(ADW_BIN(contentBin_), content);
+  gtk_widget_child_focus(contentBin_, GTK_DIR_TAB_FORWARD);
+  const ShownDocument shown = findShownDocument(content);
+  if (shown.page != nullptr) gtk_widget_grab_focus(GTK_WIDGET(shown.page));
+}
+
+void Panel::dropContent() {
+  findBar_->close();
+  adw_bin_set_child(ADW_BIN(contentBin_), nullptr);
+  presentation_.reset();
+}
+
+/// The window takes the content's size when it comes on screen, unless the person has chosen one.
+void Panel::fitWindow() {
+  int width = 0;
+  int height = 0;
+  gtk_window_get_default_size(window_, &width, &height);
+  if (givenSize_ && *givenSize_ != Size{width, height}) isSizedByPerson_ = true;
+  if (isSizedByPerson_ || isVisible()) return;
+  const bool isFolder = facts_.contentType == "inode/directory";
+  const ContentShape shape = presentation_ ? shapeOf(*url_, isFolder) : ContentShape::Message;
+  givenSize_ = initialSize(shape, workAreaFor(GTK_WIDGET(window_)));
+  gtk_window_set_default_size(window_, givenSize_->width, givenSize_->height);
+}
+
+void Panel::updateHeader() {
+  const GRef<GAppInfo> application = defaultApplication(facts_.contentType);
+  gtk_widget_set_visible(openButton_, static_cast<bool>(application));
+  if (application) {
+    const std::string label = trWith("Open With %s", g_app_info_get_name(application.get()));
+    gtk_label_set_text(GTK_LABEL(gtk_button_get_child(GTK_BUTTON(openButton_))), label.c_str());
+    gtk_widget_set_tooltip_text(openButton_, label.c_str());
+  }
+  gtk_widget_set_visible(backButton_, webViews_.canGoBack());
+  adw_window_title_set_title(ADW_WINDOW_TITLE(title_), facts_.name.c_str());
+  gtk_window_set_title(window_, facts_.name.c_str());
+}
+
+void Panel::showStatus(const ErrorRecord& error) {
+  setContent(statusPageNew(
+      {facts_.iconName, facts_.name, failureSentence(error, facts_), facts_.details}, nullptr));
+}
+
+void Panel::showCrash() {
+  dropContent();
+  GtkWidget* button = gtk_button_new_with_label(tr("Reload"));
+  gtk_widget_add_css_class(button, "pill");
+  gtk_widget_add_css_class(button, "suggested-action");
+  g_signal_connect_swapped(
+      button, "clicked", G_CALLBACK(+[](Panel* panel) { panel->perform(Command::Reload); }), this);
+  setContent(statusPageNew({"dialog-warning-symbolic",
+                            tr("The Preview Stopped Working"),
+                            tr("The process that shows pages has ended unexpectedly."),
+                            {}},
+                           button));
+  updateHeader();
+}
+
+void Panel::setZoomLevel(double zoom) {
+  zoom_ = std::clamp(zoom, kSmallestZoom, kLargestZoom);
+  if (content() != nullptr) setZoom(content(), zoom_);
+}
+
+void Panel::openWithDefault() {
+  if (!url_) return;
+  const GRef<GAppInfo> application = defaultApplication(facts_.contentType);
+  if (!application) return;
+  if (openWith(application.get(), *url_, gtk_widget_get_display(GTK_WIDGET(window_)))) close();
+}
+
+gboolean Panel::closeRequested(GtkWindow*, gpointer self) {
+  static_cast<Panel*>(self)->close();
+  return TRUE;
+}
+
+}  // namespace lumisk::desktop

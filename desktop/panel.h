@@ -1,0 +1,100 @@
+#pragma once
+
+#include <adwaita.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "desktop/commands.h"
+#include "desktop/find_bar.h"
+#include "desktop/item_facts.h"
+#include "desktop/panel_size.h"
+#include "desktop/presentation.h"
+
+namespace lumisk::desktop {
+
+/// Where the person wants to go among the items that can be shown.
+enum class SelectionStep { Up, Down, Left, Right };
+
+/// The preview panel: one window with a title, a button for the item's default application, and
+/// the hosted view edge to edge. It is made once and used for one item after another.
+///
+///     header bar      back, title, open with, menu
+///     find bar        while it is open
+///     content         a presentation's root surface, or a calm page that says why there is none
+class Panel {
+ public:
+  /// All are borrowed.
+  Panel(const Platform& platform, LiveViews& liveViews);
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
+  ~Panel();
+
+  /// Shows the item, in the place of what was shown before.
+  void show(const FileURL& url);
+  /// Shows a calm page instead of an item: there is none, for the reason that `sentence` gives.
+  void showUnavailable(const std::string& title, const std::string& sentence);
+  /// Lets go of what is shown and takes the window off the screen.
+  void close();
+  void perform(Command command);
+
+  GtkWindow* window() const { return window_; }
+  bool isVisible() const { return gtk_widget_get_visible(GTK_WIDGET(window_)) == TRUE; }
+  /// Null when nothing is shown or the last request failed.
+  Presentation* presentation() const { return presentation_.get(); }
+  GtkWidget* content() const { return adw_bin_get_child(ADW_BIN(contentBin_)); }
+  FindBar& findBar() const { return *findBar_; }
+  DesktopWebViews& webViews() { return webViews_; }
+  double zoom() const { return zoom_; }
+
+  std::function<void()> onClosed;
+  std::function<void()> onQuit;
+  /// An arrow key; without this the arrows scroll.
+  std::function<void(SelectionStep)> onSelectionStep;
+  /// A page's load has finished.
+  std::function<void()> onPageFinished;
+
+ private:
+  void buildWindow();
+  GtkWidget* buildHeader();
+  GtkWidget* buildContent();
+  void addKeys();
+  void fitWindow();
+  void showStatus(const ErrorRecord& error);
+  void showCrash();
+  void setContent(GtkWidget* content);
+  void dropContent();
+  void updateHeader();
+  void setZoomLevel(double zoom);
+  void openWithDefault();
+  bool isTyping() const;
+  bool moveSelection(guint key, GdkModifierType modifiers);
+  bool isPressingButton(guint key) const;
+
+  static gboolean keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType modifiers,
+                             gpointer self);
+  static gboolean wheelTurned(GtkEventControllerScroll* wheel, double, double dy, gpointer self);
+  static gboolean closeRequested(GtkWindow*, gpointer self);
+
+  const Platform& platform_;
+  DesktopWebViews webViews_;
+  RenderContext context_{platform_, webViews_};
+  GtkWindow* window_ = nullptr;
+  GtkWidget* title_ = nullptr;
+  GtkWidget* backButton_ = nullptr;
+  GtkWidget* openButton_ = nullptr;
+  GtkWidget* contentBin_ = nullptr;
+  std::unique_ptr<FindBar> findBar_;
+  std::unique_ptr<Presentation> presentation_;
+  std::optional<FileURL> url_;
+  ItemFacts facts_;
+  double zoom_ = 1;
+  /// The size that the window was last given by the program; another one is the person's.
+  std::optional<Size> givenSize_;
+  bool isSizedByPerson_ = false;
+  Deferred afterCrash_;
+};
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,120 @@
+#include "desktop/panel_host.h"
+
+#include <utility>
+
+#include "desktop/parent_window.h"
+#include "desktop/service/window_handle.h"
+#include "desktop/texts.h"
+
+namespace lumisk::desktop {
+namespace {
+
+SelectionDirection directionOf(SelectionStep step) {
+  switch (step) {
+    case SelectionStep::Up:
+      return SelectionDirection::Up;
+    case SelectionStep::Down:
+      return SelectionDirection::Down;
+    case SelectionStep::Left:
+      return SelectionDirection::Left;
+    case SelectionStep::Right:
+      break;
+  }
+  return SelectionDirection::Right;
+}
+
+const char* sentenceOf(NoItemReason reason) {
+  switch (reason) {
+    case NoItemReason::BadAddress:
+      return tr("This address does not name a file.");
+    case NoItemReason::NotLocal:
+      return tr("This item is not stored on this computer.");
+    case NoItemReason::Unreachable:
+      break;
+  }
+  return tr("This item cannot be reached.");
+}
+
+}  // namespace
+
+struct PanelHost::Parts {
+  explicit Parts(const EngineFiles& files) : engine(files), liveViews(engine) {}
+
+  GtkPlatform platform;
+  WebEngine engine;
+  LiveViews liveViews;
+  Panel panel{platform.platform(), liveViews};
+};
+
+PanelHost::PanelHost(const EngineFiles& files, GtkApplication* application)
+    : files_(files), application_(application) {}
+
+PanelHost::~PanelHost() = default;
+
+Panel& PanelHost::panel() {
+  if (parts_) return parts_->panel;
+  parts_ = std::make_unique<Parts>(files_);
+  Panel& panel = parts_->panel;
+  panel.onClosed = [this] {
+    if (visibilityChanged_) visibilityChanged_();
+  };
+  panel.onQuit = [this] {
+    if (onQuit) onQuit();
+  };
+  gtk_window_set_application(panel.window(), application_);
+  return panel;
+}
+
+void PanelHost::show(const PreviewRequest& request) {
+  Panel& shown = panel();
+  const bool wasVisible = isVisible();
+  uri_ = request.uri;
+  setParent(request.parentHandle);
+  shown.onSelectionStep = nullptr;
+  if (request.arrows == Arrows::Select) {
+    shown.onSelectionStep = [this](SelectionStep step) {
+      if (selectionEvent_) selectionEvent_(directionOf(step));
+    };
+  }
+  if (!request.activationToken.empty()) {
+    gtk_window_set_startup_id(shown.window(), request.activationToken.c_str());
+  }
+  if (const auto* url = std::get_if<FileURL>(&request.item)) {
+    shown.show(*url);
+  } else {
+    shown.showUnavailable(request.uri, sentenceOf(std::get<NoItemReason>(request.item)));
+  }
+  if (!wasVisible && visibilityChanged_) visibilityChanged_();
+}
+
+void PanelHost::setParent(const std::string& handle) {
+  // Moving a window between parents makes it flicker on some compositors.
+  if (std::exchange(parentHandle_, handle) == handle) return;
+  gtk_widget_realize(GTK_WIDGET(panel().window()));
+  setParentWindow(panel().window(), parseWindowHandle(handle));
+}
+
+void PanelHost::close() {
+  if (parts_) parts_->panel.close();
+}
+
+void PanelHost::warmUp() {
+  panel();
+  parts_->liveViews.warmUp();
+}
+
+bool PanelHost::isVisible() const { return parts_ && parts_->panel.isVisible(); }
+
+void PanelHost::setOnVisibilityChanged(std::function<void()> handler) {
+  visibilityChanged_ = std::move(handler);
+}
+
+void PanelHost::setOnSelectionEvent(std::function<void(SelectionDirection)> handler) {
+  selectionEvent_ = std::move(handler);
+}
+
+void PanelHost::present() {
+  if (isVisible()) gtk_window_present(parts_->panel.window());
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,166 @@
+#include <utility>
+
+#include "desktop/document_control.h"
+#include "desktop/panel.h"
+#include "desktop/shortcuts_window.h"
+
+// What the panel does on keys, on the wheel and on its menu.
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr double kZoomStep = 1.1;
+
+std::optional<ScrollStep> scrollStep(Command command) {
+  switch (command) {
+    case Command::LineUp:
+      return ScrollStep::LineUp;
+    case Command::LineDown:
+      return ScrollStep::LineDown;
+    case Command::LineLeft:
+      return ScrollStep::LineLeft;
+    case Command::LineRight:
+      return ScrollStep::LineRight;
+    case Command::PageUp:
+      return ScrollStep::PageUp;
+    case Command::PageDown:
+      return ScrollStep::PageDown;
+    case Command::ToStart:
+      return ScrollStep::ToStart;
+    case Command::ToEnd:
+      return ScrollStep::ToEnd;
+    default:
+      return std::nullopt;
+  }
+}
+
+std::optional<SelectionStep> selectionStep(guint key) {
+  switch (key) {
+    case GDK_KEY_Up:
+      return SelectionStep::Up;
+    case GDK_KEY_Down:
+      return SelectionStep::Down;
+    case GDK_KEY_Left:
+      return SelectionStep::Left;
+    case GDK_KEY_Right:
+      return SelectionStep::Right;
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+void Panel::addKeys() {
+  GtkEventController* keys = gtk_event_controller_key_new();
+  gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
+  g_signal_connect(keys, "key-pressed", G_CALLBACK(&Panel::keyPressed), this);
+  gtk_widget_add_controller(GTK_WIDGET(window_), keys);
+}
+
+void Panel::perform(Command command) {
+  GtkWidget* shownContent = content();
+  const ShownDocument shown =
+      shownContent == nullptr ? ShownDocument() : findShownDocument(shownContent);
+  if (const auto step = scrollStep(command)) return scroll(shown, *step);
+  switch (command) {
+    case Command::Close:
+      return close();
+    case Command::Quit:
+      close();
+      if (onQuit) onQuit();
+      return;
+    case Command::OpenWithDefault:
+      return openWithDefault();
+    case Command::Find:
+      if (shown.page != nullptr || shown.text != nullptr) findBar_->open();
+      return;
+    case Command::FindNext:
+      return findBar_->next();
+    case Command::FindPrevious:
+      return findBar_->previous();
+    case Command::Copy:
+      return copySelection(shown);
+    case Command::ZoomIn:
+      return setZoomLevel(zoom_ * kZoomStep);
+    case Command::ZoomOut:
+      return setZoomLevel(zoom_ / kZoomStep);
+    case Command::ZoomReset:
+      return setZoomLevel(1);
+    case Command::Print:
+      if (shownContent != nullptr) print(shownContent, window_);
+      return;
+    case Command::Reload:
+      if (url_) show(FileURL(*url_));
+      return;
+    case Command::FullScreen:
+      if (gtk_window_is_fullscreen(window_) == TRUE)
+        gtk_window_unfullscreen(window_);
+      else
+        gtk_window_fullscreen(window_);
+      return;
+    case Command::GoBack:
+      if (shown.page != nullptr && webViews_.canGoBack()) webkit_web_view_go_back(shown.page);
+      return;
+    case Command::ShowShortcuts:
+      return showShortcutsWindow(window_);
+    default:
+      return;
+  }
+}
+
+/// Whether the key belongs to something that takes text: the find bar, or a page that a link led
+/// to.
+bool Panel::isTyping() const {
+  if (findBar_->hasFocus()) return true;
+  GtkWidget* focus = gtk_root_get_focus(GTK_ROOT(window_));
+  return focus != nullptr && WEBKIT_IS_WEB_VIEW(focus) && webViews_.canGoBack();
+}
+
+/// Whether the key presses the focused button of the header, or works in an open menu.
+bool Panel::isPressingButton(guint key) const {
+  GtkWidget* focus = gtk_root_get_focus(GTK_ROOT(window_));
+  if (focus == nullptr) return false;
+  if (gtk_widget_get_ancestor(focus, GTK_TYPE_POPOVER) != nullptr) return true;
+  const bool presses = key == GDK_KEY_space || key == GDK_KEY_Return || key == GDK_KEY_KP_Enter;
+  return presses && GTK_IS_BUTTON(focus) &&
+         (!GTK_IS_TOGGLE_BUTTON(focus) || gtk_widget_get_ancestor(focus, GTK_TYPE_MENU_BUTTON));
+}
+
+gboolean Panel::keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType modifiers,
+                           gpointer self) {
+  auto* panel = static_cast<Panel*>(self);
+  if (panel->isPressingButton(key)) return FALSE;
+  if (key == GDK_KEY_Escape && panel->findBar_->isOpen()) {
+    panel->findBar_->close();
+    if (GtkWidget* content = panel->content()) gtk_widget_child_focus(content, GTK_DIR_TAB_FORWARD);
+    return TRUE;
+  }
+  const std::optional<Command> command = commandOfKey(key, modifiers);
+  if (!command) return panel->moveSelection(key, modifiers);
+  if (panel->isTyping() && !isMeantWhileTyping(*command, key, modifiers)) return FALSE;
+  panel->perform(*command);
+  return TRUE;
+}
+
+/// The bare arrows go to whoever chose the item, if anybody listens; else they stay with the
+/// document.
+bool Panel::moveSelection(guint key, GdkModifierType modifiers) {
+  constexpr guint kModifiers = GDK_SHIFT_MASK | GDK_CONTROL_MASK | GDK_ALT_MASK | GDK_SUPER_MASK;
+  GtkWidget* focus = gtk_root_get_focus(GTK_ROOT(window_));
+  const bool isInPicker = focus != nullptr && GTK_IS_TOGGLE_BUTTON(focus);
+  if (!onSelectionStep || (modifiers & kModifiers) != 0 || isTyping() || isInPicker) return false;
+  const std::optional<SelectionStep> step = selectionStep(key);
+  if (step) onSelectionStep(*step);
+  return step.has_value();
+}
+
+gboolean Panel::wheelTurned(GtkEventControllerScroll* wheel, double, double dy, gpointer self) {
+  const GdkModifierType modifiers =
+      gtk_event_controller_get_current_event_state(GTK_EVENT_CONTROLLER(wheel));
+  if ((modifiers & GDK_CONTROL_MASK) == 0) return FALSE;
+  static_cast<Panel*>(self)->perform(dy < 0 ? Command::ZoomIn : Command::ZoomOut);
+  return TRUE;
+}
+
+}  // namespace lumisk::desktop

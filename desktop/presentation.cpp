@@ -1,0 +1,77 @@
+#include "desktop/presentation.h"
+
+#include "desktop/style.h"
+#include "extension/mode_selection.h"
+
+namespace lumisk::desktop {
+
+Presentation::Presentation(const FileURL& url, RenderContext& context)
+    : controller_(context.platform), root_(GRef<GtkWidget>::retain(gtk_overlay_new())) {
+  paintRoot();
+  controller_.preparePreviewOfFile(
+      url, [this](const std::optional<ErrorRecord>& error) { error_ = error; });
+  for (const auto& child : controller_.children()) {
+    contents_.push_back(std::make_unique<HostedWidget>(child->view, context));
+    GtkWidget* widget = contents_.back()->widget();
+    gtk_widget_set_hexpand(widget, TRUE);
+    gtk_widget_set_vexpand(widget, TRUE);
+    gtk_overlay_add_overlay(GTK_OVERLAY(root_.get()), widget);
+  }
+}
+
+Presentation::~Presentation() {
+  for (const auto& content : contents_)
+    gtk_overlay_remove_overlay(GTK_OVERLAY(root_.get()), content->widget());
+}
+
+/// The colour of the moment, which stays: it is to match the page, which keeps its colours too.
+void Presentation::paintRoot() {
+  GdkRGBA colour{};
+  GtkStyleContext* style = gtk_widget_get_style_context(root_.get());
+  if (gtk_style_context_lookup_color(style, "window_bg_color", &colour) == FALSE) return;
+  char* text = gdk_rgba_to_string(&colour);
+  const std::string rule = "* { background-color: " + std::string(text) + "; }";
+  g_free(text);
+  GtkCssProvider* provider = gtk_css_provider_new();
+  gtk_css_provider_load_from_data(provider, rule.data(), static_cast<gssize>(rule.size()));
+  gtk_style_context_add_provider(style, GTK_STYLE_PROVIDER(provider),
+                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+  g_object_unref(provider);
+}
+
+const HostedWidget* Presentation::content() const {
+  return contents_.empty() ? nullptr : contents_.back().get();
+}
+
+const ui::HostedView* Presentation::view() const {
+  return controller_.children().empty() ? nullptr : &controller_.children().back()->view;
+}
+
+bool Presentation::selectMode(std::string_view name) {
+  return content() != nullptr && lumisk::selectMode(ui::View(content()->body()), name);
+}
+
+namespace {
+
+void findIn(GtkWidget* widget, ShownDocument& found) {
+  if (WEBKIT_IS_WEB_VIEW(widget)) {
+    found.page = WEBKIT_WEB_VIEW(widget);
+    return;
+  }
+  if (gtk_widget_get_opacity(widget) <= 0) return;
+  if (GTK_IS_TEXT_VIEW(widget)) found.text = GTK_TEXT_VIEW(widget);
+  if (GTK_IS_SCROLLED_WINDOW(widget)) found.scrolled = GTK_SCROLLED_WINDOW(widget);
+  for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    findIn(child, found);
+}
+
+}  // namespace
+
+ShownDocument findShownDocument(GtkWidget* root) {
+  ShownDocument found;
+  findIn(root, found);
+  return found;
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "core/error_record.h"
+#include "desktop/hosted_widget.h"
+#include "extension/preview_view_controller.h"
+
+namespace lumisk::desktop {
+
+/// One answered request: the extension's controller, its root surface and the views on it.
+class Presentation {
+ public:
+  /// Asks for the item at once. `context` is borrowed.
+  Presentation(const FileURL& url, RenderContext& context);
+  Presentation(const Presentation&) = delete;
+  Presentation& operator=(const Presentation&) = delete;
+  ~Presentation();
+
+  /// The root surface.
+  GtkWidget* widget() const { return root_.get(); }
+  const std::optional<ErrorRecord>& error() const { return error_; }
+  /// The view on top; null when the request failed.
+  const HostedWidget* content() const;
+  const ui::HostedView* view() const;
+
+  /// Chooses the mode of this name; false when there is none.
+  bool selectMode(std::string_view name);
+
+ private:
+  void paintRoot();
+
+  PreviewViewController controller_;
+  GRef<GtkWidget> root_;
+  std::optional<ErrorRecord> error_;
+  std::vector<std::unique_ptr<HostedWidget>> contents_;
+};
+
+/// What in a widget tree the person looks at and the panel's keys work on; a view may hold several,
+/// of which all but one are transparent.
+struct ShownDocument {
+  WebKitWebView* page = nullptr;
+  GtkTextView* text = nullptr;
+  /// What scrolls when it is not a web page.
+  GtkScrolledWindow* scrolled = nullptr;
+};
+ShownDocument findShownDocument(GtkWidget* root);
+
+}  // namespace lumisk::desktop

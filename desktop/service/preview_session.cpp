@@ -1,0 +1,84 @@
+#include "desktop/service/preview_session.h"
+
+#include <utility>
+
+namespace lumisk::desktop {
+
+namespace {
+
+// "file:///a%20b" and "file:/a b" are one file; other schemes have no common form.
+bool nameTheSame(const std::string& one, const std::string& other) {
+  if (one == other) return true;
+  const auto oneURL = FileURL::fromString(one);
+  const auto otherURL = FileURL::fromString(other);
+  return oneURL && otherURL && oneURL->path() == otherURL->path();
+}
+
+bool isForward(SelectionDirection direction) {
+  return direction == SelectionDirection::Right || direction == SelectionDirection::Down;
+}
+
+}  // namespace
+
+PreviewSession::PreviewSession(PreviewHost& host, ItemResolver& resolver)
+    : host_(host), resolver_(resolver) {}
+
+void PreviewSession::showFile(const ShowCall& call) {
+  if (isAlready(call.uri)) {
+    if (call.closeIfAlreadyShown) close();
+    return;
+  }
+  walk_.clear();
+  want(call);
+}
+
+void PreviewSession::open(std::vector<std::string> uris, const std::string& activationToken) {
+  if (uris.empty()) return;
+  walk_ = std::move(uris);
+  place_ = 0;
+  want({.uri = walk_.front(),
+        .activationToken = activationToken,
+        .arrows = walk_.size() > 1 ? Arrows::Select : Arrows::Scroll});
+}
+
+void PreviewSession::close() {
+  later_.cancel();
+  resolver_.cancel();
+  waiting_.reset();
+  walk_.clear();
+  if (host_.isVisible()) host_.close();
+}
+
+bool PreviewSession::moveSelection(SelectionDirection direction) {
+  if (walk_.size() < 2) return false;
+  const bool isAtEnd = isForward(direction) ? place_ + 1 == walk_.size() : place_ == 0;
+  if (isAtEnd) return true;
+  place_ = isForward(direction) ? place_ + 1 : place_ - 1;
+  want({.uri = walk_[place_], .parentHandle = host_.parentHandle()});
+  return true;
+}
+
+bool PreviewSession::isAlready(const std::string& uri) const {
+  if (waiting_) return nameTheSame(waiting_->uri, uri);
+  return host_.isVisible() && nameTheSame(host_.currentUri(), uri);
+}
+
+void PreviewSession::want(const ShowCall& call) {
+  resolver_.cancel();
+  waiting_ = call;
+  later_.after(0, [this] { carryOut(); });
+}
+
+void PreviewSession::carryOut() {
+  resolver_.resolve(waiting_->uri, [this](ItemOrReason item) {
+    const ShowCall call = *std::exchange(waiting_, std::nullopt);
+    host_.show({.uri = call.uri,
+                .item = std::move(item),
+                .parentHandle = call.parentHandle,
+                .activationToken = call.activationToken,
+                .arrows = call.arrows});
+    if (onShown) onShown();
+  });
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,149 @@
+#include "desktop/snapshot.h"
+
+#include <adwaita.h>
+
+#include <cstdio>
+
+#include "desktop/gtk_platform.h"
+#include "desktop/item_facts.h"
+#include "desktop/picture.h"
+#include "desktop/presentation.h"
+#include "desktop/style.h"
+#include "folder/folder_preview_view.h"
+#include "platform/argument_url.h"
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr Size kScreen{1600, 1200};
+constexpr unsigned kLongestWait = 60'000;      // milliseconds
+constexpr unsigned kFolderCheckInterval = 50;  // milliseconds
+constexpr unsigned kFolderSizeWait = 10'000;   // milliseconds
+constexpr unsigned kTimeToDraw = 250;          // milliseconds
+
+/// A page is complete when its fonts are there and its diagrams are drawn, which happens after the
+/// load. A diagram with an error in it may never be.
+constexpr const char* kSettled = R"js(
+  const end = Date.now() + 3000;
+  await document.fonts.ready;
+  const isDrawn = (d) => d.querySelector('svg') !== null || d.textContent.trim() === '';
+  while (Date.now() < end && ![...document.querySelectorAll('div.mermaid')].every(isDrawn))
+    await new Promise((done) => setTimeout(done, 20));
+  // A page behind the document's source has no frames.
+  await new Promise((done) => {
+    setTimeout(done, 300);
+    requestAnimationFrame(() => requestAnimationFrame(done));
+  });
+)js";
+
+void complain(const std::string& sentence) {
+  std::fprintf(stderr, "lumisk: %s\n", sentence.c_str());
+}
+
+/// Shows the item in a window without a frame, waits and draws.
+class Snapshot {
+ public:
+  Snapshot(const SnapshotRequest& request, const EngineFiles& files)
+      : request_(request), engine_(files), liveViews_(engine_), webViews_(liveViews_) {}
+
+  int run() {
+    const auto url = fileURLOfArgument(request_.path);
+    if (!url) return fail("no file has the name " + request_.path);
+    present(*url);
+    if (presentation_->error()) {
+      const ItemFacts facts = readItemFacts(*url, platform_.platform());
+      return fail(facts.name + ": " + failureSentence(*presentation_->error(), facts));
+    }
+    if (!request_.mode.empty() && !presentation_->selectMode(request_.mode))
+      return fail("this preview has no mode called " + request_.mode);
+    waitForContent();
+    timeout_.after(kLongestWait, [this] {
+      exitStatus_ = fail("the page did not finish loading");
+      g_main_loop_quit(loop_);
+    });
+    g_main_loop_run(loop_);
+    g_main_loop_unref(loop_);
+    gtk_window_destroy(window_);
+    return exitStatus_;
+  }
+
+ private:
+  static int fail(const std::string& sentence) {
+    complain(sentence);
+    return 1;
+  }
+
+  void present(const FileURL& url) {
+    window_ = GTK_WINDOW(gtk_window_new());
+    gtk_window_set_decorated(window_, FALSE);
+    installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
+    webViews_.onFinished = [this] { settlePage(); };
+    presentation_ = std::make_unique<Presentation>(url, context_);
+    const bool isFolder = presentation_->view() != nullptr &&
+                          presentation_->view()->as<FolderPreviewView>() != nullptr;
+    const Size size = request_.size.value_or(initialSize(shapeOf(url, isFolder), kScreen));
+    gtk_widget_set_size_request(presentation_->widget(), size.width, size.height);
+    gtk_window_set_default_size(window_, size.width, size.height);
+    gtk_window_set_child(window_, presentation_->widget());
+    gtk_window_present(window_);
+  }
+
+  void waitForContent() {
+    if (presentation_->view()->as<FolderPreviewView>() != nullptr)
+      waitForFolder(kFolderSizeWait / kFolderCheckInterval);
+  }
+
+  /// The size of a large tree may take longer than anybody waits for a picture.
+  void waitForFolder(unsigned checks) {
+    const auto* folder = presentation_->view()->as<FolderPreviewView>();
+    if (checks == 0 || folder->state().folderSizeStr) return drawSoon();
+    wait_.after(kFolderCheckInterval, [this, checks] { waitForFolder(checks - 1); });
+  }
+
+  void settlePage() {
+    WebKitWebView* page = webViews_.latestView();
+    if (page == nullptr) return drawSoon();
+    webkit_web_view_call_async_javascript_function(page, kSettled, -1, nullptr, "lumisk-host",
+                                                   nullptr, nullptr, &Snapshot::pageSettled, this);
+  }
+  static void pageSettled(GObject* page, GAsyncResult* result, gpointer self) {
+    JSCValue* value = webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(page),
+                                                                            result, nullptr);
+    if (value != nullptr) g_object_unref(value);
+    static_cast<Snapshot*>(self)->drawSoon();
+  }
+
+  void drawSoon() {
+    wait_.after(kTimeToDraw, [this] {
+      exitStatus_ = writePicture(presentation_->widget(), request_.output)
+                        ? 0
+                        : fail("cannot write " + request_.output);
+      g_main_loop_quit(loop_);
+    });
+  }
+
+  const SnapshotRequest& request_;
+  GtkPlatform platform_;
+  WebEngine engine_;
+  LiveViews liveViews_;
+  DesktopWebViews webViews_;
+  RenderContext context_{platform_.platform(), webViews_};
+  GtkWindow* window_ = nullptr;
+  std::unique_ptr<Presentation> presentation_;
+  GMainLoop* loop_ = g_main_loop_new(nullptr, FALSE);
+  Deferred wait_;
+  Deferred timeout_;
+  int exitStatus_ = 1;
+};
+
+}  // namespace
+
+int takeSnapshot(const SnapshotRequest& request, const EngineFiles& files) {
+  adw_init();
+  adw_style_manager_set_color_scheme(
+      adw_style_manager_get_default(),
+      request.isDark ? ADW_COLOR_SCHEME_FORCE_DARK : ADW_COLOR_SCHEME_FORCE_LIGHT);
+  return Snapshot(request, files).run();
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,76 @@
+#include "desktop/source_text.h"
+
+#include <algorithm>
+#include <string>
+
+#include "desktop/display_text.h"
+
+namespace lumisk::desktop {
+namespace {
+
+/// Takes a few milliseconds to insert.
+constexpr std::size_t kPiece = std::size_t{64} * 1024;
+
+/// The end of a piece that starts at `start`: not within a character, nor between CR and LF.
+std::size_t pieceEnd(std::string_view text, std::size_t start) {
+  std::size_t end = std::min(text.size(), start + kPiece);
+  const auto splits = [&] {
+    const bool inCharacter = (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U;
+    return inCharacter || (text[end] == '\n' && text[end - 1] == '\r');
+  };
+  constexpr std::size_t kLongestStep = 4;
+  for (std::size_t i = 0; i < kLongestStep && end < text.size() && splits(); ++i) --end;
+  return end;
+}
+
+}  // namespace
+
+SourceText::SourceText() : view_(GRef<GtkWidget>::retain(gtk_text_view_new())) {
+  auto* view = GTK_TEXT_VIEW(view_.get());
+  gtk_text_view_set_editable(view, FALSE);
+  gtk_text_view_set_cursor_visible(view, FALSE);
+  gtk_text_view_set_monospace(view, TRUE);
+  gtk_text_view_set_wrap_mode(view, GTK_WRAP_WORD_CHAR);
+  gtk_text_buffer_set_enable_undo(gtk_text_view_get_buffer(view), FALSE);
+  gtk_widget_add_css_class(view_.get(), "source-text");
+}
+
+SourceText::~SourceText() = default;
+
+void SourceText::setText(const ui::SharedText& text) {
+  filling_.cancel();
+  text_ = text;
+  position_ = 0;
+  gtk_text_buffer_set_text(gtk_text_view_get_buffer(GTK_TEXT_VIEW(view_.get())), "", 0);
+  appendPiece();
+}
+
+void SourceText::fill() {
+  if (isComplete() || filling_.isPending()) return;
+  filling_.whileIdle([this] { return appendPiece(); });
+}
+
+void SourceText::fillNow() {
+  filling_.cancel();
+  while (appendPiece()) {
+  }
+}
+
+bool SourceText::appendPiece() {
+  const std::string_view all = text_.view();
+  const std::size_t end = pieceEnd(all, position_);
+  const std::string piece = displayText(all.substr(position_, end - position_));
+  GtkTextBuffer* buffer = gtk_text_view_get_buffer(GTK_TEXT_VIEW(view_.get()));
+  GtkTextIter last;
+  gtk_text_buffer_get_end_iter(buffer, &last);
+  gtk_text_buffer_insert(buffer, &last, piece.data(), static_cast<int>(piece.size()));
+  if (position_ == 0) {
+    GtkTextIter first;
+    gtk_text_buffer_get_start_iter(buffer, &first);
+    gtk_text_buffer_place_cursor(buffer, &first);
+  }
+  position_ = end;
+  return position_ < all.size();
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,88 @@
+#include "desktop/web_engine.h"
+
+#include "desktop/client_libraries.h"
+#include "desktop/web_extension/store_message.h"
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr const char* kMessageHandler = "lumisk";
+
+GRef<WebKitWebContext> makeContext(const EngineFiles& files) {
+  auto context = GRef<WebKitWebContext>::adopt(webkit_web_context_new());
+  if (!g_file_test(files.extensionFolder.c_str(), G_FILE_TEST_IS_DIR)) return context;
+  // The web process sees nothing but /usr of the disk; elsewhere the module would be left out
+  // without a word.
+  webkit_web_context_add_path_to_sandbox(context.get(), files.extensionFolder.c_str(), TRUE);
+  webkit_web_context_set_web_process_extensions_directory(context.get(),
+                                                          files.extensionFolder.c_str());
+  webkit_web_context_set_web_process_extensions_initialization_user_data(
+      context.get(), toVariant(readLibraryStore(files.storeFolder)));
+  return context;
+}
+
+GRef<WebKitSettings> makeSettings() {
+  auto settings = GRef<WebKitSettings>::adopt(webkit_settings_new());
+  webkit_settings_set_enable_javascript(settings.get(), TRUE);
+  webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), FALSE);
+  // What a page leaves behind would reach the next document in the same view.
+  webkit_settings_set_enable_html5_local_storage(settings.get(), FALSE);
+  webkit_settings_set_enable_html5_database(settings.get(), FALSE);
+  webkit_settings_set_enable_page_cache(settings.get(), FALSE);
+  return settings;
+}
+
+/// No: no page that is being looked at needs the camera, the place or the notifications.
+gboolean denyPermission(WebKitWebView*, WebKitPermissionRequest* request, gpointer) {
+  webkit_permission_request_deny(request);
+  return TRUE;
+}
+
+/// Refuses what would leave the view: new windows and files to download.
+gboolean decidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision,
+                      WebKitPolicyDecisionType type, gpointer) {
+  if (type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION) {
+    // A link that asks for a window of its own opens in this one.
+    WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
+        WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    if (webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED)
+      webkit_web_view_load_request(view, webkit_navigation_action_get_request(action));
+    webkit_policy_decision_ignore(decision);
+    return TRUE;
+  }
+  if (type != WEBKIT_POLICY_DECISION_TYPE_RESPONSE) return FALSE;
+  if (webkit_response_policy_decision_is_mime_type_supported(
+          WEBKIT_RESPONSE_POLICY_DECISION(decision)))
+    return FALSE;
+  webkit_policy_decision_ignore(decision);
+  return TRUE;
+}
+
+void refuseDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer) {
+  webkit_download_cancel(download);
+}
+
+}  // namespace
+
+WebEngine::WebEngine(const EngineFiles& files)
+    : context_(makeContext(files)),
+      session_(GRef<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral())),
+      settings_(makeSettings()) {
+  g_signal_connect(session_.get(), "download-started", G_CALLBACK(refuseDownload), nullptr);
+}
+
+GRef<WebKitWebView> WebEngine::makeView() const {
+  const auto manager = GRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
+  webkit_user_content_manager_register_script_message_handler(manager.get(), kMessageHandler,
+                                                              nullptr);
+  auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(g_object_new(
+      WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
+      "settings", settings_.get(), "user-content-manager", manager.get(), nullptr)));
+  const GdkRGBA transparent{0, 0, 0, 0};
+  webkit_web_view_set_background_color(view.get(), &transparent);
+  g_signal_connect(view.get(), "permission-request", G_CALLBACK(denyPermission), nullptr);
+  g_signal_connect(view.get(), "decide-policy", G_CALLBACK(decidePolicy), nullptr);
+  return view;
+}
+
+}  // namespace lumisk::desktop

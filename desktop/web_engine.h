@@ -1,0 +1,36 @@
+#pragma once
+
+#include <webkit/webkit.h>
+
+#include <string>
+
+#include "desktop/gref.h"
+
+namespace lumisk::desktop {
+
+/// Where the engine's own files lie. Either may be missing: pages then load their libraries from
+/// the network.
+struct EngineFiles {
+  /// The folder that holds the web-process extension and nothing else.
+  std::string extensionFolder;
+  /// The folder of the client libraries, with their manifest.
+  std::string storeFolder;
+};
+
+/// What all web views of the program share: the web context with its web-process extension, the
+/// settings, and one network session that keeps nothing on the disk.
+class WebEngine {
+ public:
+  explicit WebEngine(const EngineFiles& files);
+
+  /// A new view with a message handler named "lumisk" and no background of its own. Its web process
+  /// starts at the first load.
+  GRef<WebKitWebView> makeView() const;
+
+ private:
+  GRef<WebKitWebContext> context_;
+  GRef<WebKitNetworkSession> session_;
+  GRef<WebKitSettings> settings_;
+};
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,24 @@
+#include "desktop/web_extension/page_address.h"
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr std::string_view kLoadKey = "?load=";
+constexpr std::string_view kNoDiagrams = "&diagrams=none";
+
+}  // namespace
+
+std::string pageAddress(std::string_view fileUri, PageLoad load) {
+  std::string address(fileUri);
+  address += kLoadKey;
+  address += std::to_string(load.number);
+  if (load.diagrams == Diagrams::None) address += kNoDiagrams;
+  return address;
+}
+
+bool isWithoutDiagrams(std::string_view address) {
+  return address.starts_with("file:") && address.find(kLoadKey) != std::string_view::npos &&
+         address.ends_with(kNoDiagrams);
+}
+
+}  // namespace lumisk::desktop

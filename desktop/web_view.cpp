@@ -1,0 +1,98 @@
+#include "desktop/web_view.h"
+
+#include <string>
+#include <utility>
+
+#include "desktop/diagram_mention.h"
+#include "desktop/script_value.h"
+
+namespace lumisk::desktop {
+namespace {
+
+void received(WebKitUserContentManager*, JSCValue* value, gpointer handler) {
+  static_cast<ScriptMessageHandler*>(handler)->didReceiveScriptMessage(scriptMessageBody(value));
+}
+
+}  // namespace
+
+DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguration& configuration)
+    : owner_(owner), live_(owner.liveViews_.take()) {
+  owner_.latest_ = this;
+  connect(configuration);
+  live_->onFinished = [this] {
+    DesktopWebViews& views = owner_;
+    if (delegate_ != nullptr) delegate_->didFinishNavigation();
+    if (views.onFinished) views.onFinished();
+  };
+  live_->onCommitted = [this] { gtk_widget_set_opacity(widget(), 1); };
+  live_->onTerminated = [this] { terminated(); };
+  live_->onHistoryChanged = [this] {
+    if (owner_.onHistoryChanged) owner_.onHistoryChanged();
+  };
+}
+
+DesktopWebView::~DesktopWebView() {
+  if (owner_.latest_ == this) owner_.latest_ = nullptr;
+  WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view());
+  for (const auto& registration : registrations_)
+    webkit_user_content_manager_unregister_script_message_handler(
+        manager, registration->name.c_str(), nullptr);
+  registrations_.clear();
+  gtk_widget_set_opacity(widget(), 1);
+  owner_.liveViews_.giveBack(std::move(live_));
+}
+
+void DesktopWebView::connect(const WebViewConfiguration& configuration) {
+  WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view());
+  for (const auto& [name, handler] : configuration.userContentController.scriptMessageHandlers) {
+    // First the signal, then the handler: a message between the two would be lost.
+    const std::string signal = "script-message-received::" + name;
+    auto connection =
+        std::make_unique<SignalHandler>(manager, signal.c_str(), G_CALLBACK(received), handler);
+    webkit_user_content_manager_register_script_message_handler(manager, name.c_str(), nullptr);
+    registrations_.push_back(
+        std::make_unique<Registration>(Registration{name, handler, std::move(connection)}));
+  }
+}
+
+void DesktopWebView::setDrawsBackground(bool drawsBackground) {
+  const GdkRGBA colour = drawsBackground ? GdkRGBA{1, 1, 1, 1} : GdkRGBA{0, 0, 0, 0};
+  webkit_web_view_set_background_color(view(), &colour);
+}
+
+void DesktopWebView::setNavigationDelegate(NavigationDelegate& delegate) { delegate_ = &delegate; }
+
+void DesktopWebView::loadFileURL(const FileURL& url, const FileURL& /*readAccessURL*/) {
+  // The engine lets a page that comes from a file show images from the whole disk.
+  hideUntilCommitted();
+  live_->load(pageAddress(url.absoluteString(), owner_.nextLoad()));
+}
+
+void DesktopWebView::loadHTMLString(const ui::SharedText& html,
+                                    const std::optional<FileURL>& baseURL) {
+  hideUntilCommitted();
+  const std::string text(html.view());
+  const std::string base = baseURL ? std::string(baseURL->absoluteString()) : std::string();
+  live_->loadText(text.c_str(), baseURL ? base.c_str() : nullptr);
+}
+
+/// The view still holds the picture of what it showed before; the window's colour stands in until
+/// the engine has let go of it.
+void DesktopWebView::hideUntilCommitted() { gtk_widget_set_opacity(widget(), 0); }
+
+void DesktopWebView::terminated() {
+  if (owner_.onTerminated) owner_.onTerminated();
+}
+
+std::unique_ptr<WebView> DesktopWebViews::makeWebView(const WebViewConfiguration& configuration) {
+  return std::make_unique<DesktopWebView>(*this, configuration);
+}
+
+void DesktopWebViews::announce(const ui::SharedText& page) { diagrams_ = diagramsIn(page.view()); }
+
+PageLoad DesktopWebViews::nextLoad() {
+  static std::uint64_t lastNumber = 0;  // never the same twice in a program
+  return {++lastNumber, diagrams_};
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "desktop/live_view.h"
+#include "desktop/web_extension/page_address.h"
+#include "web/web_view.h"
+
+namespace lumisk::desktop {
+
+class DesktopWebViews;
+
+/// The engine's view for one web page of a body.
+class DesktopWebView final : public WebView {
+ public:
+  DesktopWebView(DesktopWebViews& owner, const WebViewConfiguration& configuration);
+  ~DesktopWebView() override;
+
+  void setDrawsBackground(bool drawsBackground) override;
+  void setNavigationDelegate(NavigationDelegate& delegate) override;
+  void loadFileURL(const FileURL& url, const FileURL& readAccessURL) override;
+  void loadHTMLString(const ui::SharedText& html, const std::optional<FileURL>& baseURL) override;
+
+  WebKitWebView* view() const { return live_->view(); }
+  GtkWidget* widget() const { return live_->widget(); }
+  bool canGoBack() const { return live_->canGoBack(); }
+
+ private:
+  struct Registration {
+    std::string name;
+    ScriptMessageHandler* handler;
+    std::unique_ptr<SignalHandler> received;
+  };
+  void connect(const WebViewConfiguration& configuration);
+  void hideUntilCommitted();
+  void terminated();
+
+  DesktopWebViews& owner_;
+  std::unique_ptr<LiveView> live_;
+  NavigationDelegate* delegate_ = nullptr;
+  std::vector<std::unique_ptr<Registration>> registrations_;
+};
+
+/// Makes the web views of one window, and tells the window of what happens in them that is no
+/// business of a page's owner.
+class DesktopWebViews final : public WebViewFactory {
+ public:
+  explicit DesktopWebViews(LiveViews& liveViews) : liveViews_(liveViews) {}
+
+  std::unique_ptr<WebView> makeWebView(const WebViewConfiguration& configuration) override;
+
+  /// Tells what the page that is loaded next can make use of. To be called before each load.
+  void announce(const ui::SharedText& page);
+
+  /// Whether the latest web view was led elsewhere by a link.
+  bool canGoBack() const { return latest_ != nullptr && latest_->canGoBack(); }
+
+  WebKitWebView* latestView() const { return latest_ == nullptr ? nullptr : latest_->view(); }
+
+  std::function<void()> onFinished;
+  std::function<void()> onTerminated;
+  std::function<void()> onHistoryChanged;
+
+ private:
+  friend class DesktopWebView;
+  PageLoad nextLoad();
+
+  LiveViews& liveViews_;
+  DesktopWebView* latest_ = nullptr;
+  Diagrams diagrams_ = Diagrams::Possible;
+};
+
+}  // namespace lumisk::desktop

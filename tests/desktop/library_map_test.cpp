@@ -1,0 +1,87 @@
+#include "desktop/web_extension/library_map.h"
+
+#include <gtest/gtest.h>
+
+#include "desktop/web_extension/page_address.h"
+#include "desktop/web_extension/store_message.h"
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr const char* kMermaid = "npm/mermaid@10.9.1/dist/mermaid.min.js";
+constexpr const char* kMarked = "npm/marked@12.0.1/lib/marked.umd.min.js";
+constexpr const char* kPage = "file:///caches/preview.html?load=1";
+
+LibraryMap map() {
+  return LibraryMap({"cdn.example", "file:///store", {kMermaid, kMarked, "inert_mermaid.js"}});
+}
+
+TEST(LibraryMap, AnswersTheExactUrlOfAnInstalledFile) {
+  EXPECT_EQ(
+      map().installedFile("https://cdn.example/npm/marked@12.0.1/lib/marked.umd.min.js", kPage),
+      "file:///store/npm/marked@12.0.1/lib/marked.umd.min.js");
+}
+
+TEST(LibraryMap, LeavesEveryOtherUrlAlone) {
+  const char* const others[] = {
+      "",
+      "https://cdn.example/",
+      "https://cdn.example/npm/marked@12.0.2/lib/marked.umd.min.js",
+      "https://cdn.example/npm/marked@12.0.1/lib/marked.umd.min.js?x=1",
+      "https://cdn.example/npm/marked@12.0.1/lib/marked.umd.min.js#x",
+      "https://cdn.example/npm/marked@12.0.1/lib/../lib/marked.umd.min.js",
+      "http://cdn.example/npm/marked@12.0.1/lib/marked.umd.min.js",
+      "https://cdn.example:443/npm/marked@12.0.1/lib/marked.umd.min.js",
+      "https://cdn.example.org/npm/marked@12.0.1/lib/marked.umd.min.js",
+      "https://other.example/npm/marked@12.0.1/lib/marked.umd.min.js",
+      "https://user@cdn.example/npm/marked@12.0.1/lib/marked.umd.min.js",
+      "file:///etc/passwd",
+  };
+  for (const char* const url : others)
+    EXPECT_EQ(map().installedFile(url, kPage), std::nullopt) << url;
+}
+
+TEST(LibraryMap, ServesTheInertDiagramLibraryToPagesWithoutDiagramsOnly) {
+  const std::string url = std::string("https://cdn.example/") + kMermaid;
+  const std::string file = "file:///caches/preview.html";
+  EXPECT_EQ(map().installedFile(url, pageAddress(file, {4, Diagrams::None})),
+            "file:///store/inert_mermaid.js");
+  EXPECT_EQ(map().installedFile(url, pageAddress(file, {4, Diagrams::Possible})),
+            std::string("file:///store/") + kMermaid);
+  // A page of somebody else's cannot ask for it by its address.
+  EXPECT_EQ(map().installedFile(url, "https://example.org/?load=1&diagrams=none"),
+            std::string("file:///store/") + kMermaid);
+}
+
+TEST(LibraryMap, AnEmptyStoreAnswersNothing) {
+  EXPECT_EQ(LibraryMap({}).installedFile("https:///", kPage), std::nullopt);
+  EXPECT_EQ(LibraryMap(storeFromVariant(nullptr)).installedFile("https://cdn.example/x", kPage),
+            std::nullopt);
+}
+
+TEST(StoreMessage, CarriesTheStoreToTheWebProcess) {
+  const LibraryStore store{"cdn.example", "file:///store", {kMermaid, kMarked}};
+  GVariant* message = g_variant_ref_sink(toVariant(store));
+  const LibraryStore read = storeFromVariant(message);
+  g_variant_unref(message);
+  EXPECT_EQ(read.cdnHost, store.cdnHost);
+  EXPECT_EQ(read.storeUri, store.storeUri);
+  EXPECT_EQ(read.paths, store.paths);
+}
+
+TEST(StoreMessage, AMessageOfAnotherFormIsNoStore) {
+  GVariant* message = g_variant_ref_sink(g_variant_new_string("store"));
+  EXPECT_TRUE(storeFromVariant(message).paths.empty());
+  g_variant_unref(message);
+}
+
+TEST(PageAddress, DiffersForEachLoad) {
+  EXPECT_EQ(pageAddress("file:///p.html", {7, Diagrams::Possible}), "file:///p.html?load=7");
+  EXPECT_EQ(pageAddress("file:///p.html", {8, Diagrams::None}),
+            "file:///p.html?load=8&diagrams=none");
+  EXPECT_FALSE(isWithoutDiagrams("file:///p.html?load=7"));
+  EXPECT_TRUE(isWithoutDiagrams("file:///p.html?load=8&diagrams=none"));
+}
+
+}  // namespace
+}  // namespace lumisk::desktop

@@ -1,0 +1,354 @@
+// The panel as a person uses it, keys pressed for real.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include "desktop/document_control.h"
+#include "desktop/panel.h"
+#include "screen.h"
+#include "support/files.h"
+#include "support/process.h"
+
+namespace lumisk::test {
+namespace {
+
+using desktop::Command;
+using desktop::Panel;
+using testing::HasSubstr;
+
+class PanelTest : public testing::Test {
+ protected:
+  PanelTest() {
+    std::string text;
+    for (int i = 0; i < 300; ++i) text += "Line " + std::to_string(i) + " of tides.\n\n";
+    writeAll(folder_ / "long.md",
+             "# Tides\n\n[next](file://" + (folder_ / "next.html").string() + ")\n\n" + text);
+    writeAll(folder_ / "next.html", "<title>Next</title><p id=\"next\">next</p>");
+    writeAll(folder_ / "data.csv", "a,b\n1,2\n");
+    writeAll(folder_ / "picture.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff", 17));
+    panel_ =
+        std::make_unique<Panel>(Program::shared().platform.platform(), Program::shared().liveViews);
+    panel_->onPageFinished = [this] { ++finishedLoads_; };
+    panel_->onClosed = [this] { ++closings_; };
+    panel_->onQuit = [this] { hasQuit_ = true; };
+  }
+
+  void open(const char* name) {
+    finishedLoads_ = 0;
+    panel_->show(FileURL::fromPath((folder_ / name).string()));
+    if (panel_->presentation() != nullptr) {
+      ASSERT_TRUE(runUntil([&] { return finishedLoads_ > 0; }));
+    }
+    ASSERT_TRUE(runUntil([&] { return gtk_window_is_active(panel_->window()) == TRUE; }));
+    runFor(100);
+  }
+  WebKitWebView* page() { return panel_->webViews().latestView(); }
+  double scrollTop() { return std::stod(evaluate(page(), "window.scrollY")); }
+  bool closes() {
+    return runUntil([&] { return closings_ == 1; }) && !panel_->isVisible();
+  }
+
+  TemporaryFolder folder_;
+  std::unique_ptr<Panel> panel_;
+  int finishedLoads_ = 0;
+  int closings_ = 0;
+  bool hasQuit_ = false;
+};
+
+TEST_F(PanelTest, IsTitledByTheItem) {
+  open("long.md");
+  EXPECT_STREQ(gtk_window_get_title(panel_->window()), "long.md");
+  open("data.csv");
+  EXPECT_STREQ(gtk_window_get_title(panel_->window()), "data.csv");
+}
+
+TEST_F(PanelTest, SpaceCloses) {
+  open("long.md");
+  press("space");
+  EXPECT_TRUE(closes());
+  EXPECT_EQ(panel_->presentation(), nullptr) << "what it showed is let go";
+}
+
+TEST_F(PanelTest, EscapeCloses) {
+  open("data.csv");
+  press("Escape");
+  EXPECT_TRUE(closes());
+}
+
+TEST_F(PanelTest, ControlWCloses) {
+  open("long.md");
+  press("ctrl+w");
+  EXPECT_TRUE(closes());
+  EXPECT_FALSE(hasQuit_);
+}
+
+TEST_F(PanelTest, ControlQQuits) {
+  open("long.md");
+  press("ctrl+q");
+  EXPECT_TRUE(closes());
+  EXPECT_TRUE(hasQuit_);
+}
+
+TEST_F(PanelTest, KeysScrollThePage) {
+  open("long.md");
+  press("Page_Down");
+  ASSERT_TRUE(runUntil([&] { return scrollTop() > 100; }));
+  const double page = scrollTop();
+  press("shift+Down");
+  EXPECT_TRUE(runUntil([&] { return scrollTop() == page + 40; }));
+  press("shift+Up");
+  EXPECT_TRUE(runUntil([&] { return scrollTop() == page; }));
+  press("End");
+  EXPECT_TRUE(runUntil([&] { return scrollTop() > 3 * page; }));
+  press("Home");
+  EXPECT_TRUE(runUntil([&] { return scrollTop() == 0; }));
+}
+
+TEST_F(PanelTest, KeysScrollTheSource) {
+  open("long.md");
+  ASSERT_TRUE(panel_->presentation()->selectMode("source"));
+  runFor(100);
+  GtkAdjustment* const adjustment =
+      gtk_scrolled_window_get_vadjustment(desktop::findShownDocument(panel_->content()).scrolled);
+  press("Page_Down");
+  EXPECT_TRUE(runUntil([&] { return gtk_adjustment_get_value(adjustment) > 100; }));
+  press("Home");
+  EXPECT_TRUE(runUntil([&] { return gtk_adjustment_get_value(adjustment) == 0; }));
+}
+
+TEST_F(PanelTest, ArrowsChooseTheModeInThePicker) {
+  open("long.md");
+  press("Tab");  // from the page on to the picker, which comes first again
+  GtkWidget* focus = nullptr;
+  for (int i = 0; i < 8; ++i) {
+    focus = gtk_root_get_focus(GTK_ROOT(panel_->window()));
+    const bool isInContent = focus != nullptr && GTK_IS_TOGGLE_BUTTON(focus) &&
+                             gtk_widget_is_ancestor(focus, panel_->content());
+    if (isInContent) break;
+    press("Tab");
+  }
+  ASSERT_TRUE(focus != nullptr && GTK_IS_TOGGLE_BUTTON(focus));
+  EXPECT_STREQ(gtk_button_get_label(GTK_BUTTON(focus)), "Preview");
+  press("Right");
+  EXPECT_NE(desktop::findShownDocument(panel_->content()).text, nullptr);
+  press("Right");  // around the end
+  EXPECT_EQ(desktop::findShownDocument(panel_->content()).text, nullptr);
+  press("Left");
+  EXPECT_NE(desktop::findShownDocument(panel_->content()).text, nullptr);
+}
+
+TEST_F(PanelTest, ArrowsMoveTheSelectionOfWhoeverListens) {
+  open("data.csv");
+  std::vector<desktop::SelectionStep> steps;
+  panel_->onSelectionStep = [&](desktop::SelectionStep step) { steps.push_back(step); };
+  press("Down Left shift+Down");
+  EXPECT_TRUE(runUntil([&] { return steps.size() >= 2; }));
+  using enum desktop::SelectionStep;
+  EXPECT_EQ(steps, (std::vector<desktop::SelectionStep>{Down, Left}));
+}
+
+TEST_F(PanelTest, FindsInThePage) {
+  open("long.md");
+  press("ctrl+f");
+  ASSERT_TRUE(runUntil([&] { return panel_->findBar().hasFocus(); }));
+  press("t i d e s");
+  EXPECT_TRUE(runUntil([&] { return panel_->findBar().countText() == "301 matches"; }))
+      << panel_->findBar().countText();
+  press("x");
+  EXPECT_TRUE(runUntil([&] { return panel_->findBar().countText() == "No matches"; }));
+  press("Escape");
+  EXPECT_TRUE(runUntil([&] { return !panel_->findBar().isOpen(); }));
+  EXPECT_TRUE(panel_->isVisible()) << "the first Escape closes the bar only";
+  press("Escape");
+  EXPECT_TRUE(closes());
+}
+
+TEST_F(PanelTest, FindsInTheSource) {
+  open("long.md");
+  ASSERT_TRUE(panel_->presentation()->selectMode("source"));
+  press("ctrl+f");
+  ASSERT_TRUE(runUntil([&] { return panel_->findBar().hasFocus(); }));
+  press("T I D E S");
+  EXPECT_TRUE(runUntil([&] { return panel_->findBar().countText() == "301 matches"; }))
+      << panel_->findBar().countText();
+  GtkTextBuffer* const buffer =
+      gtk_text_view_get_buffer(desktop::findShownDocument(panel_->content()).text);
+  const auto selectionStart = [&] {
+    GtkTextIter start;
+    GtkTextIter end;
+    gtk_text_buffer_get_selection_bounds(buffer, &start, &end);
+    return gtk_text_iter_get_offset(&start);
+  };
+  EXPECT_EQ(selectionStart(), 2);
+  press("Return");
+  EXPECT_TRUE(runUntil([&] { return selectionStart() > 2; }));
+  press("shift+F3");
+  EXPECT_TRUE(runUntil([&] { return selectionStart() == 2; }));
+  press("ctrl+shift+g");
+  EXPECT_TRUE(runUntil([&] { return selectionStart() > 5000; })) << "backwards around the start";
+}
+
+TEST_F(PanelTest, ZoomsPageAndSource) {
+  open("long.md");
+  press("ctrl+plus ctrl+plus");
+  EXPECT_TRUE(runUntil([&] { return webkit_web_view_get_zoom_level(page()) > 1.2; }));
+  press("ctrl+minus");
+  EXPECT_TRUE(runUntil([&] { return webkit_web_view_get_zoom_level(page()) < 1.15; }));
+  press("ctrl+0");
+  EXPECT_TRUE(runUntil([&] { return webkit_web_view_get_zoom_level(page()) == 1; }));
+  press("ctrl+plus");
+  open("data.csv");
+  EXPECT_EQ(webkit_web_view_get_zoom_level(page()), 1) << "the next document has its own size";
+}
+
+TEST_F(PanelTest, F5PreparesTheItemAnew) {
+  open("long.md");
+  writeAll(folder_ / "long.md", "# Changed");
+  press("F5");
+  EXPECT_TRUE(runUntil([&] {
+    return page() != nullptr && finishedLoads_ > 1 &&
+           evaluate(page(), "document.querySelector('h1').textContent") == "Changed";
+  }));
+}
+
+TEST_F(PanelTest, F11FillsTheScreen) {
+  open("data.csv");
+  press("F11");
+  EXPECT_TRUE(runUntil([&] { return gtk_window_is_fullscreen(panel_->window()) == TRUE; }));
+  press("F11");
+  EXPECT_TRUE(runUntil([&] { return gtk_window_is_fullscreen(panel_->window()) == FALSE; }));
+}
+
+TEST_F(PanelTest, CopiesTheSelection) {
+  open("long.md");
+  evaluate(page(), "getSelection().selectAllChildren(document.querySelector('h1')), 1");
+  press("ctrl+c");
+  std::string copied;
+  GdkClipboard* const clipboard = gtk_widget_get_clipboard(GTK_WIDGET(panel_->window()));
+  const auto read = [](GObject* source, GAsyncResult* result, gpointer data) {
+    char* text = gdk_clipboard_read_text_finish(GDK_CLIPBOARD(source), result, nullptr);
+    if (text != nullptr) *static_cast<std::string*>(data) = text;
+    g_free(text);
+  };
+  EXPECT_TRUE(runUntil([&] {
+    gdk_clipboard_read_text_async(clipboard, nullptr, read, &copied);
+    runFor(100);
+    return copied == "Tides";
+  })) << copied;
+}
+
+TEST_F(PanelTest, ALinkOpensInsideAndCanBeGoneBackFrom) {
+  open("long.md");
+  EXPECT_FALSE(panel_->webViews().canGoBack());
+  evaluate(page(), "document.querySelector('a').click(), 1");
+  ASSERT_TRUE(runUntil([&] { return panel_->webViews().canGoBack() && finishedLoads_ == 2; }));
+  EXPECT_EQ(evaluate(page(), "document.getElementById('next').textContent"), "next");
+  press("alt+Left");
+  ASSERT_TRUE(runUntil([&] { return !panel_->webViews().canGoBack() && finishedLoads_ == 3; }));
+  EXPECT_EQ(evaluate(page(), "document.querySelector('h1').textContent"), "Tides");
+}
+
+TEST_F(PanelTest, PagesOpenNoWindows) {
+  open("long.md");
+  const guint before = g_list_model_get_n_items(gtk_window_get_toplevels());
+  evaluate(page(), "window.open('file:///'), 1");
+  runFor(300);
+  EXPECT_EQ(g_list_model_get_n_items(gtk_window_get_toplevels()), before);
+  EXPECT_EQ(evaluate(page(), "document.querySelector('h1').textContent"), "Tides");
+}
+
+TEST_F(PanelTest, WhatIsNoTextIsDescribed) {
+  open("picture.png");
+  EXPECT_EQ(panel_->presentation(), nullptr);
+  std::string texts;
+  const std::function<void(GtkWidget*)> collect = [&](GtkWidget* widget) {
+    if (GTK_IS_LABEL(widget)) texts += std::string(gtk_label_get_text(GTK_LABEL(widget))) + "\n";
+    for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+         child = gtk_widget_get_next_sibling(child))
+      collect(child);
+  };
+  collect(panel_->content());
+  EXPECT_THAT(texts, HasSubstr("picture.png"));
+  EXPECT_THAT(texts, HasSubstr("PNG image"));
+  EXPECT_THAT(texts, HasSubstr("17 bytes"));
+  EXPECT_THAT(texts, HasSubstr("Modified "));
+}
+
+TEST_F(PanelTest, AFileThatHasGoneIsSaidToBe) {
+  open("gone.md");
+  EXPECT_EQ(panel_->presentation(), nullptr);
+  open("data.csv");
+  EXPECT_NE(panel_->presentation(), nullptr) << "the next preview is unharmed";
+}
+
+TEST_F(PanelTest, ADeadWebProcessIsReportedAndTheNextPreviewWorks) {
+  open("long.md");
+  webkit_web_view_terminate_web_process(page());
+  ASSERT_TRUE(runUntil([&] { return panel_->presentation() == nullptr; }));
+  EXPECT_TRUE(panel_->isVisible());
+  finishedLoads_ = 0;
+  press("F5");
+  ASSERT_TRUE(runUntil([&] { return finishedLoads_ == 1; }));
+  EXPECT_EQ(evaluate(page(), "document.querySelector('h1').textContent"), "Tides");
+}
+
+TEST_F(PanelTest, TheSizeThatThePersonChoseStays) {
+  open("data.csv");
+  gtk_window_set_default_size(panel_->window(), 500, 400);
+  runFor(200);
+  panel_->close();
+  open("long.md");
+  runFor(200);
+  EXPECT_EQ(gtk_widget_get_width(GTK_WIDGET(panel_->window())), 500);
+}
+
+TEST_F(PanelTest, ThePanelIsWithinTheScreen) {
+  open("long.md");
+  EXPECT_LE(gtk_widget_get_height(GTK_WIDGET(panel_->window())), 1200 * 8 / 10);
+  EXPECT_LE(gtk_widget_get_width(GTK_WIDGET(panel_->window())), 1600 * 8 / 10);
+}
+
+// --- the program ---
+
+TEST(Previewer, WritesAPictureOfTheSizeAskedFor) {
+  const TemporaryFolder folder;
+  writeAll(folder / "a.md", "# A\n");
+  const std::string picture = (folder / "a.png").string();
+  const ProcessResult result =
+      runProcess({LUMISK_PREVIEWER, "snapshot", "--dark", "--size", "320x240", "--mode", "source",
+                  (folder / "a.md").string(), picture});
+  ASSERT_EQ(result.exitStatus, 0) << result.standardError;
+  const auto texture =
+      desktop::GRef<GdkTexture>::adopt(gdk_texture_new_from_filename(picture.c_str(), nullptr));
+  ASSERT_TRUE(texture);
+  EXPECT_EQ(gdk_texture_get_width(texture.get()), 320);
+  EXPECT_EQ(gdk_texture_get_height(texture.get()), 240);
+}
+
+TEST(Previewer, SaysWhyThereIsNoPicture) {
+  const TemporaryFolder folder;
+  const ProcessResult missing = runProcess(
+      {LUMISK_PREVIEWER, "snapshot", (folder / "no.md").string(), (folder / "a.png").string()});
+  EXPECT_EQ(missing.exitStatus, 1);
+  EXPECT_THAT(missing.standardError, HasSubstr("no.md: This item is no longer there."));
+  writeAll(folder / "a.md", "# A\n");
+  const ProcessResult mode = runProcess({LUMISK_PREVIEWER, "snapshot", "--mode", "no",
+                                         (folder / "a.md").string(), (folder / "a.png").string()});
+  EXPECT_EQ(mode.exitStatus, 1);
+  EXPECT_THAT(mode.standardError, HasSubstr("no mode called no"));
+}
+
+TEST(Previewer, WithoutADisplayItSaysSo) {
+  const ProcessResult open =
+      runProcess({"/usr/bin/env", "-u", "DISPLAY", LUMISK_PREVIEWER, "a.md"});
+  EXPECT_EQ(open.exitStatus, 1);
+  EXPECT_THAT(open.standardError, HasSubstr("lumisk page"));
+  const ProcessResult snapshot =
+      runProcess({"/usr/bin/env", "-u", "DISPLAY", LUMISK_PREVIEWER, "snapshot", "a.md", "a.png"});
+  EXPECT_EQ(snapshot.exitStatus, 1);
+  EXPECT_THAT(snapshot.standardError, HasSubstr("xvfb-run"));
+}
+
+}  // namespace
+}  // namespace lumisk::test

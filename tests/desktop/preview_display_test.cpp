@@ -1,0 +1,300 @@
+// Whole previews on screen: the widgets show what the view's value says, for every kind of item and
+// in both appearances. The pictures that they make are kept for people to look at.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "desktop/picture.h"
+#include "desktop/presentation.h"
+#include "desktop/style.h"
+#include "extension/mode_selection.h"
+#include "folder/folder_preview_view.h"
+#include "screen.h"
+#include "support/files.h"
+#include "ui/outline.h"
+#include "views/markdown_dual_preview_view.h"
+
+namespace lumisk::test {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kMarkdown = R"(# A guide
+
+Some *text*, $x^2$ and a [link](other.md).
+
+```python
+print("code")
+```
+
+```mermaid
+graph LR
+  A --> B
+```
+
+> [!TIP]
+> A call-out.
+
+- [x] done
+- [ ] to do
+)";
+
+/// A preview in a window of its own.
+class Preview {
+ public:
+  explicit Preview(const std::filesystem::path& path, bool isDark = false)
+      : webViews_(Program::shared().liveViews),
+        context_{Program::shared().platform.platform(), webViews_} {
+    adw_style_manager_set_color_scheme(
+        adw_style_manager_get_default(),
+        isDark ? ADW_COLOR_SCHEME_FORCE_DARK : ADW_COLOR_SCHEME_FORCE_LIGHT);
+    window_ = GTK_WINDOW(gtk_window_new());
+    desktop::installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
+    webViews_.onFinished = [this] { ++finishedLoads_; };
+    presentation_ =
+        std::make_unique<desktop::Presentation>(FileURL::fromPath(path.string()), context_);
+    gtk_window_set_default_size(window_, 800, 700);
+    gtk_window_set_child(window_, presentation_->widget());
+    gtk_window_present(window_);
+  }
+  ~Preview() {
+    gtk_window_set_child(window_, nullptr);
+    presentation_.reset();
+    gtk_window_destroy(window_);
+  }
+
+  bool finishes() {
+    if (const auto* folder = view()->as<FolderPreviewView>())
+      return runUntil([&] { return folder->state().folderSizeStr.has_value(); });
+    return runUntil([&] { return finishedLoads_ > 0; });
+  }
+  int finishedLoads() const { return finishedLoads_; }
+  desktop::Presentation& presentation() { return *presentation_; }
+  const ui::HostedView* view() { return presentation_->view(); }
+  std::string outlineOfWidgets() { return ui::outline(presentation_->content()->readBack()); }
+  std::string outlineOfView() { return ui::outline(presentation_->view()->body()); }
+  WebKitWebView* page() { return webViews_.latestView(); }
+  desktop::ShownDocument shown() { return desktop::findShownDocument(presentation_->widget()); }
+
+ private:
+  desktop::DesktopWebViews webViews_;
+  desktop::RenderContext context_;
+  GtkWindow* window_;
+  std::unique_ptr<desktop::Presentation> presentation_;
+  int finishedLoads_ = 0;
+};
+
+class PreviewTest : public testing::Test {
+ protected:
+  PreviewTest() {
+    writeAll(folder_ / "guide.md", kMarkdown);
+    writeAll(folder_ / "data.json", "{\"b\":[1,2],\"a\":null}");
+    writeAll(folder_ / "log.jsonl", "{\"a\":1}\n{\"a\":2}\n");
+    writeAll(folder_ / "people.csv", "Name,Year\nAda,1815\n");
+    writeAll(folder_ / "main.cpp", "int main() { return 0; }\n");
+    std::filesystem::create_directories(folder_ / "folder/inner");
+    writeAll(folder_ / "folder/note.txt", "x");
+    writeAll(folder_ / "folder/.hidden", "x");
+  }
+  TemporaryFolder folder_;
+};
+
+constexpr const char* kItems[] = {"guide.md",   "data.json", "log.jsonl",
+                                  "people.csv", "main.cpp",  "folder"};
+
+TEST_F(PreviewTest, TheWidgetsShowWhatTheViewSays) {
+  std::filesystem::create_directories(LUMISK_ARTEFACTS);
+  for (const char* const item : kItems) {
+    for (const bool isDark : {false, true}) {
+      SCOPED_TRACE(std::string(item) + (isDark ? " dark" : " light"));
+      Preview preview(folder_ / item, isDark);
+      EXPECT_EQ(preview.outlineOfWidgets(), preview.outlineOfView()) << "before the load";
+      ASSERT_TRUE(preview.finishes());
+      EXPECT_EQ(preview.outlineOfWidgets(), preview.outlineOfView()) << "after the load";
+      runFor(400);
+      EXPECT_TRUE(desktop::writePicture(
+          preview.presentation().widget(),
+          std::string(LUMISK_ARTEFACTS) + "/" + item + (isDark ? "-dark.png" : "-light.png")));
+    }
+  }
+}
+
+TEST_F(PreviewTest, TheSpinnerGoesWhenThePageIsThere) {
+  Preview preview(folder_ / "guide.md");
+  EXPECT_THAT(preview.outlineOfWidgets(), HasSubstr("progress"));
+  ASSERT_TRUE(preview.finishes());
+  EXPECT_THAT(preview.outlineOfWidgets(), Not(HasSubstr("progress")));
+}
+
+TEST_F(PreviewTest, TheModesOfADocumentShareOnePage) {
+  Preview preview(folder_ / "guide.md");
+  ASSERT_TRUE(preview.finishes());
+  evaluate(preview.page(), "window.marker = 'kept'");
+  WebKitWebView* const page = preview.page();
+  ASSERT_TRUE(preview.presentation().selectMode("source"));
+  EXPECT_EQ(preview.outlineOfWidgets(), preview.outlineOfView());
+  EXPECT_EQ(preview.shown().page, nullptr) << "the hidden page is not what keys work on";
+  ASSERT_NE(preview.shown().text, nullptr);
+  ASSERT_TRUE(preview.presentation().selectMode("rendered"));
+  runFor(200);
+  EXPECT_EQ(preview.page(), page);
+  EXPECT_EQ(preview.finishedLoads(), 1);
+  EXPECT_EQ(evaluate(preview.page(), "window.marker"), "kept");
+  EXPECT_EQ(preview.shown().page, page);
+}
+
+TEST_F(PreviewTest, TheModesOfDataAreTwoPages) {
+  Preview preview(folder_ / "data.json");
+  ASSERT_TRUE(preview.finishes());
+  EXPECT_THAT(evaluate(preview.page(), "document.querySelector('pre').textContent"),
+              HasSubstr("\"a\" : null,\n"));
+  ASSERT_TRUE(preview.presentation().selectMode("text"));
+  ASSERT_TRUE(runUntil([&] { return preview.finishedLoads() == 2; }));
+  EXPECT_EQ(evaluate(preview.page(), "document.querySelector('pre').textContent"),
+            "{\"b\":[1,2],\"a\":null}");
+  EXPECT_EQ(evaluate(preview.page(), "document.querySelectorAll('pre code.hljs').length"), "1");
+}
+
+TEST_F(PreviewTest, RowsKeepTheirColumns) {
+  Preview preview(folder_ / "folder");
+  ASSERT_TRUE(preview.finishes());
+  runFor(200);
+  std::vector<int> widths;
+  const std::function<void(GtkWidget*)> collect = [&](GtkWidget* widget) {
+    if (GTK_IS_LABEL(widget) && gtk_widget_has_css_class(widget, "dim-label"))
+      widths.push_back(gtk_widget_get_width(gtk_widget_get_parent(widget)));
+    for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+         child = gtk_widget_get_next_sibling(child))
+      collect(child);
+  };
+  collect(GTK_WIDGET(preview.shown().scrolled));
+  EXPECT_EQ(widths, (std::vector<int>{80, 130, 80, 130}));
+}
+
+TEST_F(PreviewTest, ALargeFolderMakesRowsForTheScreenOnly) {
+  std::filesystem::create_directories(folder_ / "large");
+  constexpr int kEntries = 5000;
+  for (int i = 0; i < kEntries; ++i)
+    std::ofstream(folder_ / ("large/" + std::to_string(i))).put('x');
+  Preview preview(folder_ / "large");
+  ASSERT_TRUE(preview.finishes());
+  runFor(200);
+  int labels = 0;
+  const std::function<void(GtkWidget*)> count = [&](GtkWidget* widget) {
+    if (GTK_IS_LABEL(widget)) ++labels;
+    for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+         child = gtk_widget_get_next_sibling(child))
+      count(child);
+  };
+  count(GTK_WIDGET(preview.shown().scrolled));
+  EXPECT_GT(labels, 30);
+  EXPECT_LT(labels, kEntries);
+  EXPECT_EQ(preview.outlineOfWidgets(), preview.outlineOfView());
+}
+
+TEST_F(PreviewTest, AnEmptyFolderSaysSo) {
+  std::filesystem::create_directories(folder_ / "empty");
+  Preview preview(folder_ / "empty");
+  ASSERT_TRUE(preview.finishes());
+  EXPECT_THAT(preview.outlineOfWidgets(), HasSubstr("This folder is empty"));
+}
+
+TEST_F(PreviewTest, ALongSourceComesInPieces) {
+  std::string source = "# long\n\n";
+  while (source.size() < 3'000'000) source += "A line of text, \u00fcber and out.\r\n";
+  writeAll(folder_ / "long.md", source);
+  Preview preview(folder_ / "long.md");
+  ASSERT_TRUE(preview.presentation().selectMode("source"));
+  GtkTextView* const text = preview.shown().text;
+  ASSERT_NE(text, nullptr);
+  GtkTextBuffer* const buffer = gtk_text_view_get_buffer(text);
+  const int first = gtk_text_buffer_get_char_count(buffer);
+  EXPECT_GT(first, 10'000) << "a screenful is there at once";
+  const auto characters = static_cast<int>(g_utf8_strlen(source.data(), -1));
+  EXPECT_LT(first, characters);
+  EXPECT_TRUE(runUntil([&] { return gtk_text_buffer_get_char_count(buffer) == characters; }));
+  GtkTextIter start;
+  GtkTextIter end;
+  gtk_text_buffer_get_bounds(buffer, &start, &end);
+  char* const all = gtk_text_buffer_get_text(buffer, &start, &end, TRUE);
+  EXPECT_TRUE(source == all) << "no byte is lost between the pieces";
+  g_free(all);
+}
+
+TEST_F(PreviewTest, WhatIsHiddenTakesNoFocusAndNoClicks) {
+  Preview preview(folder_ / "guide.md");
+  ASSERT_TRUE(preview.finishes());
+  const auto layerOf = [](GtkWidget* widget) {
+    while (widget != nullptr && gtk_widget_get_opacity(widget) > 0)
+      widget = gtk_widget_get_parent(widget);
+    return widget;
+  };
+  ASSERT_TRUE(preview.presentation().selectMode("source"));
+  GtkWidget* const layer = layerOf(GTK_WIDGET(preview.page()));
+  ASSERT_NE(layer, nullptr);
+  EXPECT_FALSE(gtk_widget_get_can_target(layer));
+  EXPECT_FALSE(gtk_widget_get_can_focus(layer));
+  EXPECT_FALSE(gtk_widget_grab_focus(GTK_WIDGET(preview.page())));
+  ASSERT_TRUE(preview.presentation().selectMode("rendered"));
+  EXPECT_EQ(layerOf(GTK_WIDGET(preview.page())), nullptr);
+  EXPECT_TRUE(gtk_widget_grab_focus(GTK_WIDGET(preview.page())));
+}
+
+TEST_F(PreviewTest, OneDocumentLeavesNothingToTheNext) {
+  WebKitWebView* first = nullptr;
+  {
+    Preview preview(folder_ / "guide.md");
+    ASSERT_TRUE(preview.finishes());
+    first = preview.page();
+    evaluate(first,
+             "window.leak = 1; window.name = 'leak'; sessionStorage.setItem('leak', 1); "
+             "history.pushState({}, '', ''); history.pushState({}, '', ''); "
+             "document.body.style.height = '9000px'; window.scrollTo(0, 4000); 1");
+    webkit_web_view_set_zoom_level(first, 2);
+  }
+  Preview preview(folder_ / "main.cpp");
+  ASSERT_TRUE(preview.finishes());
+  EXPECT_EQ(preview.page(), first) << "the warm view is used again";
+  EXPECT_EQ(evaluate(first, "typeof window.leak"), "undefined");
+  EXPECT_EQ(evaluate(first, "window.name"), "");
+  EXPECT_EQ(evaluate(first, "sessionStorage.getItem('leak')"), "null");
+  EXPECT_EQ(evaluate(first, "window.scrollY"), "0");
+  EXPECT_EQ(webkit_web_view_get_zoom_level(first), 1);
+  EXPECT_LE(webkit_back_forward_list_get_length(webkit_web_view_get_back_forward_list(first)), 2u);
+}
+
+TEST_F(PreviewTest, TheLastOfTenQuickRequestsWins) {
+  std::unique_ptr<Preview> preview;
+  for (int i = 0; i < 10; ++i) {
+    const std::string name = std::to_string(i) + ".md";
+    writeAll(folder_ / name, "# Number " + std::to_string(i));
+    preview.reset();
+    preview = std::make_unique<Preview>(folder_ / name);
+    runFor(20);
+  }
+  ASSERT_TRUE(preview->finishes());
+  EXPECT_EQ(evaluate(preview->page(), "document.querySelector('h1').textContent"), "Number 9");
+  runFor(500);
+  EXPECT_EQ(preview->finishedLoads(), 1);
+}
+
+TEST_F(PreviewTest, PagesCannotReadOtherFiles) {
+  Preview preview(folder_ / "guide.md");
+  ASSERT_TRUE(preview.finishes());
+  evaluate(preview.page(),
+           "fetch('file:///etc/passwd').then(() => { window.read = 'yes' }, "
+           "() => { window.read = 'no' }); 1");
+  EXPECT_TRUE(runUntil([&] { return evaluate(preview.page(), "window.read") != "undefined"; }));
+  EXPECT_EQ(evaluate(preview.page(), "window.read"), "no");
+}
+
+TEST_F(PreviewTest, WithoutTheExtensionPagesStillShowTheirText) {
+  Program program({"/nonexistent", "/nonexistent"});
+  PageOnScreen page("<!DOCTYPE html><body><p id=\"p\">text</p></body>", program);
+  EXPECT_EQ(page("document.getElementById('p').textContent"), "text");
+}
+
+}  // namespace
+}  // namespace lumisk::test
