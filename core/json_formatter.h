@@ -8,6 +8,7 @@
 #include "core/json_block.h"
 #include "core/json_format.h"
 #include "core/json_number.h"
+#include "core/json_plain_number.h"
 #include "core/json_stream.h"
 #include "core/json_string.h"
 
@@ -29,7 +30,9 @@ class Formatter {
     if (*cursor.in != '{' && *cursor.in != '[') return false;
     cursor = open(cursor);
     while (!cursor.failed() && depth_ > 0) {
-      cursor = closers_[depth_] == '}' ? member(cursor) : value(skipBlanks(cursor));
+      cursor = skipBlanks(cursor);
+      if (closers_[depth_] == '}') cursor = name(cursor);
+      if (!cursor.failed()) cursor = value(cursor);
     }
     if (cursor.failed()) return false;
     stream_.finish(cursor);
@@ -37,8 +40,8 @@ class Formatter {
   }
 
  private:
-  /// Blanks that are written at once whether or not a line needs so many.
-  static constexpr std::size_t kCommonIndentation = 32;
+  /// Enough for most lines; writing some too many costs less than counting them.
+  static constexpr std::size_t kBlanksAtOnce = 32;
 
   Cursor skipBlanks(Cursor cursor) const {
     if (static_cast<unsigned char>(*cursor.in) > ' ' || !isOfKind(*cursor.in, kBlank)) {
@@ -56,25 +59,24 @@ class Formatter {
   }
 
   static char* writeLineBreak(char* out, std::size_t depth) {
-    const std::size_t blanks = 2 * depth;
     *out++ = '\n';
-    std::memset(out, ' ', kCommonIndentation);
-    if (blanks > kCommonIndentation) {
-      std::memset(out + kCommonIndentation, ' ', blanks - kCommonIndentation);
-    }
-    return out + blanks;
+    char* const end = out + 2 * depth;
+    do {
+      std::memset(out, ' ', kBlanksAtOnce);
+      out += kBlanksAtOnce;
+    } while (out < end);
+    return end;
   }
 
-  /// At the name of a member.
-  Cursor member(Cursor cursor) {
-    cursor = skipBlanks(cursor);
+  /// At the name of a member; returns at its value.
+  Cursor name(Cursor cursor) {
     if (*cursor.in != '"') return kFailed;
     cursor = copyString<Block>(stream_, cursor);
     if (cursor.failed()) return kFailed;
     cursor = skipBlanks(cursor);
     if (*cursor.in != ':') return kFailed;
     std::memcpy(cursor.out, " : ", 3);
-    return value(skipBlanks({cursor.in + 1, cursor.out + 3}));
+    return skipBlanks({cursor.in + 1, cursor.out + 3});
   }
 
   /// At the first byte of a value; returns at the next item's line.
@@ -135,6 +137,17 @@ class Formatter {
   }
 
   Cursor copyNumber(Cursor cursor) {
+    if (stream_.isReadable(cursor.in, kPlainNumberReads)) {
+      const PlainNumber number = plainNumber<Block>(cursor.in);
+      if (number.end != nullptr) {
+        std::memcpy(cursor.out, cursor.in, kMaxPlainNumberSize);
+        return {number.end, cursor.out + number.shownSize};
+      }
+    }
+    return copyOddNumber(cursor);
+  }
+
+  Cursor copyOddNumber(Cursor cursor) {
     const NumberLiteral literal = scanNumber(cursor.in);
     if (literal.end == nullptr) return kFailed;
     if (!literal.isInteger) {

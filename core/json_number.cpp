@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "core/json_block.h"
+#include "core/json_shortest.h"
 
 namespace lumisk::json {
 
@@ -127,6 +128,15 @@ char* writeDecimal(const Decimal& decimal, char* out) {
   return isFixed ? writeFixed(decimal, out) : writeScientific(decimal, out);
 }
 
+bool isShortest(const Decimal& decimal) {
+  if (decimal.count <= kSafeSignificantDigits) return std::abs(decimal.exponent) <= kSafeExponent;
+  std::uint64_t digits = 0;
+  for (std::size_t i = 0; i < decimal.count; ++i) {
+    digits = digits * 10 + static_cast<std::uint64_t>(decimal.digits[i] - '0');
+  }
+  return isSurelyShortest(digits, decimal.exponent - static_cast<std::int64_t>(decimal.count) + 1);
+}
+
 /// The shortest decimal with the double of `decimal`, which is not zero; nothing when a double
 /// cannot hold its magnitude.
 std::optional<Decimal> shortened(Decimal decimal) {
@@ -173,9 +183,7 @@ char* writeShortestDecimal(std::string_view literal, char* out) {
   std::optional<Decimal> decimal = parseDecimal(literal);
   if (!decimal) return nullptr;
   dropTrailingZeros(*decimal);
-  const bool isItsOwnShortest =
-      decimal->count <= kSafeSignificantDigits && std::abs(decimal->exponent) <= kSafeExponent;
-  if (decimal->count != 0 && !isItsOwnShortest) {
+  if (decimal->count != 0 && !isShortest(*decimal)) {
     const bool isNegative = decimal->isNegative;
     decimal = shortened(*decimal);
     if (!decimal) return nullptr;

@@ -2,6 +2,7 @@
 
 #include "core/code_page.h"
 #include "core/escape.h"
+#include "core/json_format.h"
 #include "core/output.h"
 #include "core/shown_json.h"
 
@@ -41,6 +42,12 @@ void writeJSONHTML(Output& out, std::string_view content, const FileURL& fileURL
                    bool formatted) {
   writePage(out, baseOf(fileURL), isDark, [&](Output& text) {
     if (!formatted) return appendEscaped(text, content, Escaping::Html);
+    if (text.beginTrial()) {
+      const bool isJson = appendFormattedJson(text, content);
+      text.endTrial(isJson);
+      if (!isJson) appendEscaped(text, content, Escaping::Html);
+      return;
+    }
     ShownJson shown;
     shown.set(content);
     shown.appendTo(text);

@@ -99,6 +99,8 @@ char* writeCharacter(char* out, std::uint32_t point) {
   }
 }
 
+}  // namespace
+
 Cursor copyUnicodeEscape(const Stream& stream, Cursor cursor) {
   std::uint32_t point = codeUnit(stream, cursor.in);
   if (point == kNoHexDigits || isLowSurrogate(point)) return kFailed;
@@ -113,55 +115,17 @@ Cursor copyUnicodeEscape(const Stream& stream, Cursor cursor) {
   return cursor;
 }
 
-Cursor copyEscape(const Stream& stream, Cursor cursor) {
-  const char kind = cursor.in[1];  // a text ends in a bracket, so a backslash is never its end
-  switch (kind) {
-    case '"':
-    case '\\':
-    case 'b':
-    case 'f':
-    case 'n':
-    case 'r':
-    case 't':
-      return {cursor.in + 2, write(cursor.out, {cursor.in, 2})};
-    case '/':
-      return {cursor.in + 2, write(cursor.out, "/")};
-    case 'u':
-      return copyUnicodeEscape(stream, cursor);
-    default:
-      return kFailed;
-  }
-}
-
-}  // namespace
-
-Cursor copySpecial(const Stream& stream, Cursor cursor) {
-  if (cursor.in >= stream.end()) return kFailed;
-  switch (*cursor.in) {
-    case '&':
-      return {cursor.in + 1, write(cursor.out, "&amp;")};
-    case '<':
-      return {cursor.in + 1, write(cursor.out, "&lt;")};
-    case '>':
-      return {cursor.in + 1, write(cursor.out, "&gt;")};
-    case '\\':
-      return copyEscape(stream, cursor);
-    default:
-      return kFailed;
-  }
-}
-
 Cursor copyStringByBytes(Stream& stream, Cursor cursor) {
   while (!cursor.failed() && cursor.in < stream.end()) {
     cursor = stream.withRoom(cursor);
     if (!isOfKind(*cursor.in, kStringStop)) {
       *cursor.out++ = *cursor.in++;
-    } else if (*cursor.in == '"') {
-      *cursor.out++ = *cursor.in++;
-      return cursor;
-    } else {
-      cursor = copySpecial(stream, cursor);
+      continue;
     }
+    const bool isEnd = *cursor.in == '"';
+    // The text ends in a bracket, so another byte follows.
+    cursor = copyStop(stream, cursor);
+    if (isEnd) return cursor;
   }
   return kFailed;
 }

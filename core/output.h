@@ -43,6 +43,13 @@ class Output {
   const char* roomEnd() const { return end_; }
   void advance(char* writtenEnd) { cursor_ = writtenEnd; }
 
+  /// Begins a stretch of writing that may turn out not to be wanted; `endTrial` tells. False, with
+  /// nothing changed, from an output that has no memory of its own to hold it: then see
+  /// `DraftOutput`. Trials do not nest.
+  virtual bool beginTrial() { return false; }
+  /// Ends the trial: what was written since it began counts if `isWanted`, else it never was.
+  virtual void endTrial(bool isWanted) { static_cast<void>(isWanted); }
+
   /// Hands over what the window still holds. Call it once, after the last write.
   void flush() { replaceWindow(); }
 
@@ -56,6 +63,8 @@ class Output {
     begin_ = cursor_ = window.begin;
     end_ = window.begin + window.size;
   }
+  /// Hands over what the window holds, now.
+  void replaceWindow();
   /// What the window holds.
   std::string_view filled() const { return {begin_, static_cast<std::size_t>(cursor_ - begin_)}; }
   /// Takes `filled` (may be empty), which lies in the current window, and returns the window to
@@ -70,7 +79,6 @@ class Output {
 
  private:
   void appendInParts(std::string_view text);
-  void replaceWindow();
 
   char* begin_ = nullptr;
   char* cursor_ = nullptr;

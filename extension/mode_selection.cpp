@@ -1,5 +1,6 @@
 #include "extension/mode_selection.h"
 
+#include <algorithm>
 #include <variant>
 
 namespace lumisk {
@@ -61,12 +62,11 @@ std::vector<std::string> modeNames(const ui::View& body) {
 bool selectMode(const ui::View& body, std::string_view name) {
   const auto* picker = pickerIn(body);
   if (!picker) return false;
-  for (const ui::Segment& segment : picker->segments) {
-    if (!answersTo(segment.tag, name)) continue;
-    picker->onSelect(segment.tag);
-    return true;
-  }
-  return false;
+  const auto answers = [&](const ui::Segment& segment) { return answersTo(segment.tag, name); };
+  const auto found = std::ranges::find_if(picker->segments, answers);
+  if (found == picker->segments.end()) return false;
+  picker->onSelect(found->tag);
+  return true;
 }
 
 }  // namespace lumisk

@@ -53,6 +53,7 @@ class PreviewViewController {
   explicit PreviewViewController(const Platform& platform) : platform_(platform) {}
   PreviewViewController(const PreviewViewController&) = delete;
   PreviewViewController& operator=(const PreviewViewController&) = delete;
+  ~PreviewViewController() = default;
 
   /// Prepares the preview of the item at `url`. By the time this returns the completion has been
   /// called, after the view was embedded or, with an error, with nothing embedded.

@@ -39,6 +39,8 @@ class HostedView {
  public:
   template <Hostable V>
   explicit HostedView(V view) : view_(std::make_unique<Holder<V>>(std::move(view))) {}
+  HostedView(const HostedView&) = delete;
+  HostedView& operator=(const HostedView&) = delete;
   HostedView(HostedView&&) noexcept = default;
   HostedView& operator=(HostedView&&) noexcept = default;
   ~HostedView() = default;
@@ -67,6 +69,8 @@ class HostedView {
   template <typename V>
   struct Holder final : Interface {
     explicit Holder(V hosted) : view(std::move(hosted)) {}
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
     ~Holder() override { Holder::setOnChange({}); }
     View body() const override { return view.body(); }
     void onAppear() override {

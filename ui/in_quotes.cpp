@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -28,10 +29,8 @@ constexpr std::array kUnreadable = {
 };
 
 bool isUnreadable(char32_t point) {
-  for (const Range range : kUnreadable) {
-    if (point >= range.first && point <= range.last) return true;
-  }
-  return false;
+  return std::ranges::any_of(
+      kUnreadable, [=](Range range) { return point >= range.first && point <= range.last; });
 }
 
 std::string hex(unsigned number) {

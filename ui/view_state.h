@@ -29,9 +29,7 @@ class ViewState {
     if (onChange) onChange();
   }
 
-  void setOnChange(std::function<void()> onChange) const {
-    storage_->onChange = std::move(onChange);
-  }
+  void setOnChange(const std::function<void()>& onChange) const { storage_->onChange = onChange; }
 
  private:
   struct Storage {

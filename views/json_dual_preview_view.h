@@ -47,11 +47,11 @@ struct JSONDualPreviewView {
 
   ui::View body() const;
   void onAppear() const;
-  void setOnChange(std::function<void()> onChange) const { state.setOnChange(std::move(onChange)); }
+  void setOnChange(const std::function<void()>& onChange) const { state.setOnChange(onChange); }
 
  private:
   void select(const std::string& rawValue) const;
-  void render(State& state) const;
+  void render(State& record) const;
 };
 
 }  // namespace lumisk

@@ -32,7 +32,7 @@ ui::View MarkdownDualPreviewView::renderedLayer() const {
   const HTMLPreviewView page{
       .htmlContent = htmlContent, .baseURL = baseURL, .onCheckboxToggle = {}, .onLoad = setLoaded};
   std::vector<ui::View> layers{page.body()};
-  if (!state->isRenderLoaded) layers.push_back(ui::ProgressIndicator{});
+  if (!state->isRenderLoaded) layers.emplace_back(ui::ProgressIndicator{});
   return ui::View(ui::Overlay{std::move(layers)}).with(opacityOf(PreviewMode::Rendered));
 }
 

@@ -48,7 +48,7 @@ struct MarkdownDualPreviewView {
   const StringTable& strings;
 
   ui::View body() const;
-  void setOnChange(std::function<void()> onChange) const { state.setOnChange(std::move(onChange)); }
+  void setOnChange(const std::function<void()>& onChange) const { state.setOnChange(onChange); }
 
  private:
   ui::View toolbar() const;

@@ -20,6 +20,7 @@ struct AvxBytes {
   static void store(char* to, Vector bytes) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), bytes);
   }
+  static std::size_t lowestBit(std::uint64_t bits) { return _tzcnt_u64(bits); }
   static Vector all(char byte) { return _mm256_set1_epi8(byte); }
   static Vector either(Vector a, Vector b) { return _mm256_or_si256(a, b); }
   static Vector equal(Vector a, Vector b) { return _mm256_cmpeq_epi8(a, b); }

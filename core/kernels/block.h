@@ -8,6 +8,8 @@ namespace lumisk {
 /// The bytes a kernel looks at in one step: as many as a mask has bits.
 inline constexpr std::size_t kBlockSize = 64;
 
+constexpr std::size_t least(std::size_t a, std::size_t b) { return a < b ? a : b; }
+
 /// kBlockSize bytes in registers.
 ///
 /// `Bytes` names an instruction set's vector and what can be done with it:
@@ -17,6 +19,7 @@ inline constexpr std::size_t kBlockSize = 64;
 ///     Vector either(Vector, Vector)     bitwise or
 ///     Vector equal(Vector, Vector)      top bit set in the bytes that are equal, other bits any
 ///     uint64_t topBits(Vector)          the top bit of byte i as bit i
+///     size_t lowestBit(uint64_t)        index of the lowest set bit; 64 when there is none
 ///
 /// It must have internal linkage, and so has then all that is instantiated with it.
 template <typename Bytes>
@@ -55,12 +58,6 @@ char* copyRun(char* to, const char* from, std::size_t length) {
     done += Bytes::kSize;
   } while (done < length);
   return to + length;
-}
-
-/// Index of the lowest set bit; `bits` is not 0.
-template <typename Bytes>
-std::size_t lowestBit(std::uint64_t bits) {
-  return static_cast<std::size_t>(__builtin_ctzll(bits));
 }
 
 /// '<' and '>' differ in one bit.

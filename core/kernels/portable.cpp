@@ -29,6 +29,9 @@ struct WordBytes {
     word = inMemoryOrder(word);
     __builtin_memcpy(to, &word, sizeof word);
   }
+  static std::size_t lowestBit(std::uint64_t bits) {
+    return bits == 0 ? 64 : static_cast<std::size_t>(__builtin_ctzll(bits));
+  }
   static Vector all(char byte) { return kOnes * static_cast<unsigned char>(byte); }
   static Vector either(Vector a, Vector b) { return a | b; }
   static Vector equal(Vector a, Vector b) {

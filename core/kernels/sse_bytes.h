@@ -20,6 +20,9 @@ struct SseBytes {
   static void store(char* to, Vector bytes) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
   }
+  static std::size_t lowestBit(std::uint64_t bits) {
+    return bits == 0 ? 64 : static_cast<std::size_t>(__builtin_ctzll(bits));
+  }
   static Vector all(char byte) { return _mm_set1_epi8(byte); }
   static Vector either(Vector a, Vector b) { return _mm_or_si128(a, b); }
   static Vector equal(Vector a, Vector b) { return _mm_cmpeq_epi8(a, b); }

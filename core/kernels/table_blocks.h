@@ -80,7 +80,7 @@ class TableRun {
     };
     std::uint64_t specials = Block<Bytes>(block_).bitsWhere(isSpecial);
     while (specials != 0) {
-      const char* special = block_ + lowestBit<Bytes>(specials);
+      const char* special = block_ + Bytes::lowestBit(specials);
       specials &= specials - 1;
       out = copyRun<Bytes>(out, text_, static_cast<std::size_t>(special - text_));
       if (*special == separator_) {

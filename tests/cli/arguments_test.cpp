@@ -83,6 +83,19 @@ TEST(Arguments, IntegrateInstallsUnlessToldOtherwise) {
   }
 }
 
+TEST(Arguments, DescribeTakesTheModesOfEveryView) {
+  for (const auto mode : {DocumentMode::Formatted, DocumentMode::Rendered, DocumentMode::Source,
+                          DocumentMode::Text}) {
+    const auto parsed = parseArguments({"describe", "--mode", nameOf(mode), "--dark", "a"});
+    const auto* arguments = std::get_if<Arguments>(&parsed);
+    ASSERT_NE(arguments, nullptr) << nameOf(mode);
+    EXPECT_EQ(arguments->subcommand, Subcommand::Describe);
+    EXPECT_EQ(arguments->mode, mode);
+    EXPECT_TRUE(arguments->isDark);
+    EXPECT_EQ(arguments->path, "a");
+  }
+}
+
 TEST(Arguments, RejectsWhatMeansNothing) {
   const std::vector<Words> rows = {
       {},
@@ -104,6 +117,11 @@ TEST(Arguments, RejectsWhatMeansNothing) {
       {"page", "a", "--mode"},
       {"page", "--mode", "raw", "a"},
       {"page", "--mode=", "a"},
+      {"page", "--mode", "rendered", "a"},
+      {"page", "--mode", "source", "a"},
+      {"describe"},
+      {"describe", "--mode", "raw", "a"},
+      {"describe", "--mode"},
       {"--version", "x"},
       {"--nonsense"},
   };

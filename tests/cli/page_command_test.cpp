@@ -83,6 +83,21 @@ TEST(PageCommand, WritesThePageOfEachKindAndMode) {
   }
 }
 
+// Whether a text is JSON is known at its last byte, long after the first of its page.
+TEST(PageCommand, LongJsonIsLaidOutOrShownAsItStandsNeverHalfOfEach) {
+  const TemporaryFolder folder;
+  const FileURL url = FileURL::fromPath((folder / "long.json").string());
+  for (const int records : {10, 5'000, 30'000, 300'000}) {
+    std::string text = "[0";
+    for (int i = 1; i <= records; ++i) text += ",{\"n\":" + std::to_string(i) + "}";
+    for (const char* end : {"]", "", "}", "]]", ",]"}) {
+      SCOPED_TRACE(std::to_string(records) + " records and " + end);
+      writeAll(folder / "long.json", text + end);
+      expectPage(lumiskCommand({"page", url.path()}), buildJSONHTML(text + end, url, false, true));
+    }
+  }
+}
+
 TEST(PageCommand, TakesRelativePathsAndFileUris) {
   const TemporaryFolder folder;
   writeAll(folder / "a b.txt", "x");
