@@ -2,12 +2,16 @@
 PRESET ?= headless
 BUILD  := build/$(PRESET)
 .DEFAULT_GOAL := help
-.PHONY: help preview test bench format lint sanitize thread setup build
+PREFIX ?= /usr/local
+.PHONY: help preview test bench format lint sanitize thread setup build install uninstall deb
 
 help:
 	@echo 'make preview FILE=…   show FILE: write its finished page and say where it is'
 	@echo 'make test             build everything and run all tests'
 	@echo 'make bench            measure speed and memory beside other programs'
+	@echo 'make install          install below PREFIX ($(PREFIX)); DESTDIR is honoured'
+	@echo 'make uninstall        take that away again'
+	@echo 'make deb              build the Debian package and check it'
 	@echo 'make format           format the code'
 	@echo 'make lint             check format, static analysis and the pages'"'"' scripts'
 	@echo 'make sanitize         run the tests under AddressSanitizer and UBSan'
@@ -53,3 +57,19 @@ thread:
 	@cmake --preset thread >/dev/null
 	@cmake --build --preset thread
 	@ctest --test-dir build/thread --output-on-failure -j 2 -R 'Folder|Queue|Appearance|PageFile'
+
+install:
+	@scripts/install-packages build desktop
+	@cmake --preset desktop -B build/install -DLUMISK_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$(PREFIX)" >/dev/null
+	@cmake --build build/install
+	@scripts/install-program build/install
+	@echo 'Installed below $(DESTDIR)$(PREFIX). "lumisk integrate" makes it your previewer.'
+
+uninstall:
+	@scripts/uninstall-program build/install
+
+deb:
+	@scripts/install-packages build desktop desktop-test package
+	@scripts/build-package build/deb
+	@tests/packaging/check-package build/deb/lumisk_*.deb
+	@ls build/deb/lumisk_*.deb

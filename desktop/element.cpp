@@ -44,6 +44,8 @@ struct NodeMaker {
 /// its place, and a web page its process and its scroll position.
 void setOpacity(GtkWidget* widget, double opacity) {
   const bool isSeen = opacity > 0;
+  const bool holdsFocus = (gtk_widget_get_state_flags(widget) & GTK_STATE_FLAG_FOCUS_WITHIN) != 0;
+  if (!isSeen && holdsFocus) gtk_root_set_focus(gtk_widget_get_root(widget), nullptr);
   gtk_widget_set_opacity(widget, opacity);
   gtk_widget_set_can_target(widget, isSeen);
   gtk_widget_set_can_focus(widget, isSeen);

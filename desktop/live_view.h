@@ -77,7 +77,9 @@ class LiveView {
 /// Keeps at most one view warm while no document uses it.
 class LiveViews {
  public:
-  explicit LiveViews(const WebEngine& engine) : engine_(engine) {}
+  explicit LiveViews(WebEngine& engine) : engine_(engine) {}
+
+  WebEngine& engine() const { return engine_; }
 
   /// The warm view if there is one, else a fresh one.
   std::unique_ptr<LiveView> take();
@@ -88,7 +90,7 @@ class LiveViews {
   bool hasWarmView() const { return static_cast<bool>(warm_); }
 
  private:
-  const WebEngine& engine_;
+  WebEngine& engine_;
   std::unique_ptr<LiveView> warm_;
 };
 

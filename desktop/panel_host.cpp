@@ -88,8 +88,10 @@ void PanelHost::show(const PreviewRequest& request) {
 }
 
 void PanelHost::setParent(const std::string& handle) {
-  // Moving a window between parents makes it flicker on some compositors.
-  if (std::exchange(parentHandle_, handle) == handle) return;
+  // Moving a visible window between parents makes it flicker on some compositors; a window that was
+  // hidden has lost its parent on Wayland.
+  const bool isSame = std::exchange(parentHandle_, handle) == handle;
+  if (isSame && isVisible()) return;
   gtk_widget_realize(GTK_WIDGET(panel().window()));
   setParentWindow(panel().window(), parseWindowHandle(handle));
 }

@@ -130,6 +130,7 @@ bool Panel::isPressingButton(guint key) const {
 gboolean Panel::keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType modifiers,
                            gpointer self) {
   auto* panel = static_cast<Panel*>(self);
+  if (WebKitWebView* page = panel->webViews_.latestView()) keepFocusOutOfHelpers(page);
   if (panel->isPressingButton(key)) return FALSE;
   if (key == GDK_KEY_Escape && panel->findBar_->isOpen()) {
     panel->findBar_->close();

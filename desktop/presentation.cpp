@@ -68,6 +68,12 @@ void findIn(GtkWidget* widget, ShownDocument& found) {
 
 }  // namespace
 
+void keepFocusOutOfHelpers(WebKitWebView* page) {
+  for (GtkWidget* child = gtk_widget_get_first_child(GTK_WIDGET(page)); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    if (GTK_IS_TEXT_VIEW(child)) gtk_widget_set_can_focus(child, FALSE);
+}
+
 ShownDocument findShownDocument(GtkWidget* root) {
   ShownDocument found;
   findIn(root, found);

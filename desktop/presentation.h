@@ -49,4 +49,8 @@ struct ShownDocument {
 };
 ShownDocument findShownDocument(GtkWidget* root);
 
+/// The engine's view has a text view inside, which only translates keys; Tab is to pass by it, or
+/// would be caught there.
+void keepFocusOutOfHelpers(WebKitWebView* page);
+
 }  // namespace lumisk::desktop

@@ -71,6 +71,14 @@ WebEngine::WebEngine(const EngineFiles& files)
   g_signal_connect(session_.get(), "download-started", G_CALLBACK(refuseDownload), nullptr);
 }
 
+void WebEngine::willLoad(Diagrams diagrams) {
+  const bool isKept = lastDiagrams_ && *lastDiagrams_ != diagrams;
+  lastDiagrams_ = diagrams;
+  if (!isKept) return;
+  webkit_website_data_manager_clear(webkit_network_session_get_website_data_manager(session_.get()),
+                                    WEBKIT_WEBSITE_DATA_MEMORY_CACHE, 0, nullptr, nullptr, nullptr);
+}
+
 GRef<WebKitWebView> WebEngine::makeView() const {
   const auto manager = GRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
   webkit_user_content_manager_register_script_message_handler(manager.get(), kMessageHandler,

@@ -2,9 +2,11 @@
 
 #include <webkit/webkit.h>
 
+#include <optional>
 #include <string>
 
 #include "desktop/gref.h"
+#include "desktop/web_extension/page_address.h"
 
 namespace lumisk::desktop {
 
@@ -27,7 +29,13 @@ class WebEngine {
   /// starts at the first load.
   GRef<WebKitWebView> makeView() const;
 
+  /// To be told before each load. The web processes keep libraries by their CDN URL, so after a
+  /// page that had the stand-in for the diagram library they must forget it, and the other way
+  /// round.
+  void willLoad(Diagrams diagrams);
+
  private:
+  std::optional<Diagrams> lastDiagrams_;
   GRef<WebKitWebContext> context_;
   GRef<WebKitNetworkSession> session_;
   GRef<WebKitSettings> settings_;

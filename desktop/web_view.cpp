@@ -71,6 +71,7 @@ void DesktopWebView::loadFileURL(const FileURL& url, const FileURL& /*readAccess
 void DesktopWebView::loadHTMLString(const ui::SharedText& html,
                                     const std::optional<FileURL>& baseURL) {
   hideUntilCommitted();
+  owner_.liveViews_.engine().willLoad(Diagrams::Possible);
   const std::string text(html.view());
   const std::string base = baseURL ? std::string(baseURL->absoluteString()) : std::string();
   live_->loadText(text.c_str(), baseURL ? base.c_str() : nullptr);
@@ -92,6 +93,7 @@ void DesktopWebViews::announce(const ui::SharedText& page) { diagrams_ = diagram
 
 PageLoad DesktopWebViews::nextLoad() {
   static std::uint64_t lastNumber = 0;  // never the same twice in a program
+  liveViews_.engine().willLoad(diagrams_);
   return {++lastNumber, diagrams_};
 }
 

@@ -63,6 +63,14 @@ TEST(Arguments, OpenTakesSeveralPathsAndMayBeLeftOut) {
   }
 }
 
+TEST(Arguments, SnapshotLeavesAllWordsToThePreviewer) {
+  const auto parsed = parseArguments({"snapshot", "--size", "800x600", "--", "a", "b.png"});
+  const auto* arguments = std::get_if<Arguments>(&parsed);
+  ASSERT_NE(arguments, nullptr);
+  EXPECT_EQ(arguments->subcommand, Subcommand::Snapshot);
+  EXPECT_EQ(arguments->paths, (std::vector<std::string>{"--size", "800x600", "--", "a", "b.png"}));
+}
+
 TEST(Arguments, IntegrateInstallsUnlessToldOtherwise) {
   struct Row {
     Words words;
@@ -106,8 +114,8 @@ TEST(Arguments, RejectsWhatMeansNothing) {
       {"open", "--mode=text", "a"},
       {"integrate", "a"},
       {"integrate", "--remove", "--status"},
+      {"snapshot", "integrate", "--dark", "--size"},
       {"integrate", "--dark"},
-      {"page", "--remove", "a"},
       {"page"},
       {"page", ""},
       {"page", "a", "b"},
@@ -134,8 +142,8 @@ TEST(Arguments, RejectsWhatMeansNothing) {
 }
 
 TEST(Arguments, HelpNamesEveryOption) {
-  for (const char* word : {"page", "describe", "open", "integrate", "--dark", "--light", "--mode",
-                           "--remove", "--status", "--help", "--version"}) {
+  for (const char* word : {"page", "describe", "open", "snapshot", "integrate", "--dark", "--size",
+                           "--light", "--mode", "--remove", "--status", "--help", "--version"}) {
     EXPECT_NE(kHelpText.find(word), std::string_view::npos) << word;
   }
 }

@@ -52,6 +52,14 @@ TEST(OpenCommand, AnyDisplayWillDo) {
   EXPECT_EQ(installation.calls(), "open\nfile:///\n");
 }
 
+TEST(OpenCommand, SnapshotBecomesThePreviewerWithTheSameWords) {
+  const ScratchInstallation installation;
+  const ProcessResult result =
+      installation.run({"snapshot", "--dark", "/nowhere/a b", "x.png"}, kDisplay);
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(installation.calls(), "snapshot\n--dark\n/nowhere/a b\nx.png\n");
+}
+
 TEST(OpenCommand, WithoutADisplayItNamesTheOtherWay) {
   const ScratchInstallation installation;
   for (const std::vector<std::string>& environment :

@@ -111,6 +111,7 @@ TEST_F(PanelTest, KeysScrollTheSource) {
   runFor(100);
   GtkAdjustment* const adjustment =
       gtk_scrolled_window_get_vadjustment(desktop::findShownDocument(panel_->content()).scrolled);
+  EXPECT_TRUE(runUntil([&] { return gtk_adjustment_get_upper(adjustment) > 3000; }));
   press("Page_Down");
   EXPECT_TRUE(runUntil([&] { return gtk_adjustment_get_value(adjustment) > 100; }));
   press("Home");
@@ -119,9 +120,8 @@ TEST_F(PanelTest, KeysScrollTheSource) {
 
 TEST_F(PanelTest, ArrowsChooseTheModeInThePicker) {
   open("long.md");
-  press("Tab");  // from the page on to the picker, which comes first again
   GtkWidget* focus = nullptr;
-  for (int i = 0; i < 8; ++i) {
+  for (int i = 0; i < 12; ++i) {
     focus = gtk_root_get_focus(GTK_ROOT(panel_->window()));
     const bool isInContent = focus != nullptr && GTK_IS_TOGGLE_BUTTON(focus) &&
                              gtk_widget_is_ancestor(focus, panel_->content());
@@ -295,12 +295,14 @@ TEST_F(PanelTest, ADeadWebProcessIsReportedAndTheNextPreviewWorks) {
 
 TEST_F(PanelTest, TheSizeThatThePersonChoseStays) {
   open("data.csv");
+  const auto width = [&] { return gtk_widget_get_width(GTK_WIDGET(panel_->window())); };
+  const int given = width();
   gtk_window_set_default_size(panel_->window(), 500, 400);
-  runFor(200);
+  ASSERT_TRUE(runUntil([&] { return width() != given; }));
+  const int chosen = width();
   panel_->close();
   open("long.md");
-  runFor(200);
-  EXPECT_EQ(gtk_widget_get_width(GTK_WIDGET(panel_->window())), 500);
+  EXPECT_TRUE(runUntil([&] { return width() == chosen; })) << width();
 }
 
 TEST_F(PanelTest, ThePanelIsWithinTheScreen) {

@@ -149,7 +149,7 @@ TEST_F(PreviewTest, TheModesOfDataAreTwoPages) {
   Preview preview(folder_ / "data.json");
   ASSERT_TRUE(preview.finishes());
   EXPECT_THAT(evaluate(preview.page(), "document.querySelector('pre').textContent"),
-              HasSubstr("\"a\" : null,\n"));
+              HasSubstr("\"a\" : null\n"));
   ASSERT_TRUE(preview.presentation().selectMode("text"));
   ASSERT_TRUE(runUntil([&] { return preview.finishedLoads() == 2; }));
   EXPECT_EQ(evaluate(preview.page(), "document.querySelector('pre').textContent"),

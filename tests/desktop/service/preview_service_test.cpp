@@ -15,6 +15,7 @@
 #include "desktop/service/previewer_names.h"
 #include "fake_preview_host.h"
 #include "main_loop.h"
+#include "private_bus.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -118,19 +119,18 @@ class Client {
 class PreviewServiceTest : public testing::Test {
  protected:
   void SetUp() override {
-    bus_ = GRef<GTestDBus>::adopt(g_test_dbus_new(G_TEST_DBUS_NONE));
-    g_test_dbus_up(bus_.get());
-    serviceConnection_ = connect();
-    clientConnection_ = connect();
+    bus_ = std::make_unique<test::PrivateBus>();
+    serviceConnection_ = bus_->connect();
+    clientConnection_ = bus_->connect();
     client_ = std::make_unique<Client>(clientConnection_.get());
     client_->waitForName(kFilesPreviewerName, false);  // the subscriptions are in place now
   }
   void TearDown() override {
     client_.reset();
     service_.reset();
-    close(serviceConnection_);
-    close(clientConnection_);
-    g_test_dbus_down(bus_.get());
+    test::PrivateBus::close(serviceConnection_);
+    test::PrivateBus::close(clientConnection_);
+    bus_.reset();
   }
 
   void startAndWait() {
@@ -157,22 +157,7 @@ class PreviewServiceTest : public testing::Test {
   bool hasIdled_ = false;
 
  private:
-  GRef<GDBusConnection> connect() const {
-    ErrorSlot error;
-    const auto flags =
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-    auto connection = GRef<GDBusConnection>::adopt(g_dbus_connection_new_for_address_sync(
-        g_test_dbus_get_bus_address(bus_.get()), flags, nullptr, nullptr, &error));
-    EXPECT_TRUE(connection) << error.message();
-    return connection;
-  }
-  static void close(GRef<GDBusConnection>& connection) {
-    g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
-    connection = {};
-  }
-
-  GRef<GTestDBus> bus_;
+  std::unique_ptr<test::PrivateBus> bus_;
   GRef<GDBusConnection> serviceConnection_;
   GRef<GDBusConnection> clientConnection_;
 };
