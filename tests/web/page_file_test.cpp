@@ -138,6 +138,15 @@ TEST_F(PageFile, ALinkInThePlaceOfItsFolderIsNotUsed) {
   EXPECT_TRUE(fs::is_empty(elsewhere));
 }
 
+TEST_F(PageFile, AFolderOfSomebodyElsesIsNotUsed) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only the superuser can give a folder away";
+  constexpr uid_t kNobody = 65534;
+  fs::create_directories(folder_);
+  ASSERT_EQ(::chown(folder_.c_str(), kNobody, kNobody), 0);
+  EXPECT_FALSE(write("page"));
+  EXPECT_TRUE(fs::is_empty(folder_));
+}
+
 TEST_F(PageFile, ACachesDirectoryThatIsALinkIsThePersonsChoice) {
   fs::create_directories(temporary_ / "large disk");
   fs::create_directory_symlink(temporary_ / "large disk", caches_);
