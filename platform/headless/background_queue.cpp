@@ -1,6 +1,7 @@
 #include "platform/headless/background_queue.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace lumisk {
@@ -20,12 +21,26 @@ HeadlessBackgroundQueue::~HeadlessBackgroundQueue() {
 }
 
 void HeadlessBackgroundQueue::async(Task task) {
-  const std::lock_guard lock(mutex_);
-  if (isClosed_) return;
-  tasks_.push_back(std::move(task));
-  const bool allAreBusy = running_ + tasks_.size() > threads_.size();
-  if (allAreBusy && threads_.size() < maxThreads_) threads_.emplace_back([this] { work(); });
-  changed_.notify_one();
+  {
+    const std::lock_guard lock(mutex_);
+    if (isClosed_) return;
+    const bool allAreBusy = running_ + tasks_.size() >= threads_.size();
+    if (allAreBusy && threads_.size() < maxThreads_) startThread();
+    if (!threads_.empty()) {
+      tasks_.push_back(std::move(task));
+      changed_.notify_one();
+      return;
+    }
+  }
+  task();  // no thread is to be had at all: late is better than never
+}
+
+void HeadlessBackgroundQueue::startThread() {
+  try {
+    threads_.emplace_back([this] { work(); });
+  } catch (const std::system_error&) {
+    return;  // those that there are do the work
+  }
 }
 
 bool HeadlessBackgroundQueue::isBusy() const {

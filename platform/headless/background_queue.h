@@ -33,6 +33,7 @@ class HeadlessBackgroundQueue final : public BackgroundQueue {
   bool isBusy() const;
 
  private:
+  void startThread();
   void work();
 
   HeadlessMainQueue& mainQueue_;

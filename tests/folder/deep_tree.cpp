@@ -25,10 +25,10 @@ std::int64_t makeSide(const FileDescriptor& folder) {
 
 }  // namespace
 
-DeepTree::DeepTree(std::filesystem::path root, int levels) : root_(std::move(root)) {
+DeepTree::DeepTree(std::filesystem::path root, int levels, int sideEvery) : root_(std::move(root)) {
   FileDescriptor folder = openFolder(root_.c_str());
   for (int i = 0; i < levels; ++i) {
-    allocatedSize_ += makeSide(folder);
+    if (i % sideEvery == 0) allocatedSize_ += makeSide(folder);
     EXPECT_EQ(mkdirat(folder.get(), "a", 0700), 0);
     folder = openSubfolder(folder, "a");
     EXPECT_TRUE(folder.isOpen());

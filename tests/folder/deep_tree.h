@@ -7,11 +7,11 @@ namespace lumisk::test {
 
 /// A folder in a folder in a folder…, far deeper than a path can say:
 ///
-///     a/a/a/…         `levels` of them, and in each, beside the next one,
-///     …/side/file     a folder with a file of one byte
+///     a/a/a/…         `levels` of them, and in each, or in every `sideEvery`th,
+///     …/side/file     beside the next one, a folder with a file of one byte
 class DeepTree {
  public:
-  DeepTree(std::filesystem::path root, int levels);
+  DeepTree(std::filesystem::path root, int levels, int sideEvery = 1);
   DeepTree(const DeepTree&) = delete;
   DeepTree& operator=(const DeepTree&) = delete;
   ~DeepTree();

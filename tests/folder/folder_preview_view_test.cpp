@@ -45,7 +45,7 @@ class FolderPreviewViewTest : public testing::Test {
     for (auto at = text.find(place); at != std::string::npos; at = text.find(place)) {
       text.replace(at, place.size(), "/home/ada");
     }
-    test::expectFile(std::filesystem::path(LUMISK_SOURCE "/tests/expected/folder") / file, text);
+    test::expectFile(std::filesystem::path(LUMISK_SOURCE "/tests/expected") / file, text);
   }
 
   test::TemporaryFolder home_;
@@ -53,7 +53,9 @@ class FolderPreviewViewTest : public testing::Test {
   ManualPlatform desktop_;
 };
 
-TEST_F(FolderPreviewViewTest, NothingKnownYet) { expectOutline(makeView(), "nothing_known.txt"); }
+TEST_F(FolderPreviewViewTest, NothingKnownYet) {
+  expectOutline(makeView(), "folder_nothing_known.outline");
+}
 
 TEST_F(FolderPreviewViewTest, AFolderWithEntriesOfAllKinds) {
   addFile("b.txt", 1536, 1795269900);
@@ -71,7 +73,7 @@ TEST_F(FolderPreviewViewTest, AFolderWithEntriesOfAllKinds) {
   FolderPreviewView view = makeView();
   view.onAppear();
   settle();
-  expectOutline(view, "entries.txt");
+  expectOutline(view, "folder_entries.outline");
 }
 
 TEST_F(FolderPreviewViewTest, AnEmptyFolder) {
@@ -79,7 +81,7 @@ TEST_F(FolderPreviewViewTest, AnEmptyFolder) {
   FolderPreviewView view = makeView();
   view.onAppear();
   settle();
-  expectOutline(view, "empty.txt");
+  expectOutline(view, "folder_empty.outline");
 }
 
 TEST_F(FolderPreviewViewTest, AFolderWithHiddenEntriesOnly) {
@@ -89,7 +91,7 @@ TEST_F(FolderPreviewViewTest, AFolderWithHiddenEntriesOnly) {
   FolderPreviewView view = makeView();
   view.onAppear();
   desktop_.mainQueue.runAll();
-  expectOutline(view, "hidden_only_without_size.txt");
+  expectOutline(view, "folder_hidden_only_without_size.outline");
 }
 
 TEST_F(FolderPreviewViewTest, ALongNameStaysOnOneLineBesideItsColumns) {
@@ -98,7 +100,7 @@ TEST_F(FolderPreviewViewTest, ALongNameStaysOnOneLineBesideItsColumns) {
   FolderPreviewView view = makeView();
   view.onAppear();
   settle();
-  expectOutline(view, "long_name.txt");
+  expectOutline(view, "folder_long_name.outline");
 }
 
 /// A table without any text.
@@ -122,7 +124,7 @@ TEST_F(FolderPreviewViewTest, MissingTextsShowTheirKeys) {
   FolderPreviewView view(FileURL::fromPath(notes_.native() + "/"), platform);
   view.onAppear();
   settle();
-  expectOutline(view, "missing_texts.txt");
+  expectOutline(view, "folder_missing_texts.outline");
 }
 
 TEST_F(FolderPreviewViewTest, BodiesOfOneStateAreEqualAndShareTheirRows) {

@@ -217,7 +217,7 @@ class FewDescriptors {
 
 TEST(FolderSize, TenThousandLevelsWithFewDescriptors) {
   const TemporaryFolder folder;
-  const test::DeepTree tree(folder.path(), 10'000);
+  const test::DeepTree tree(folder.path(), 10'000, 10);
   const FewDescriptors limit(100);
   EXPECT_EQ(allocatedSizeBelow(folder.path().native(), 1), tree.allocatedSize());
   EXPECT_EQ(allocatedSizeBelow(folder.path().native(), 2), tree.allocatedSize());
