@@ -74,13 +74,13 @@ class TableRows {
 
   void writeCell() {
     const std::string_view line = textBetween(at_, currentLineEnd());
-    const std::size_t found = separator_.empty() ? line.npos : line.find(separator_);
+    const std::size_t found = separator_.empty() ? std::string_view::npos : line.find(separator_);
     const std::size_t size = std::min(found, line.size());
     out_.append(isHeader_ ? "<th>" : "<td>");
     appendEscaped(out_, trimmedCell(line.substr(0, size)), Escaping::AngleBracketsOnly);
     out_.append(isHeader_ ? "</th>" : "</td>");
     at_ += size;
-    if (found == line.npos) {
+    if (found == std::string_view::npos) {
       closeRow();
     } else {
       at_ += separator_.size();

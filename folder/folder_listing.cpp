@@ -3,11 +3,11 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "folder/directory_reader.h"
 #include "folder/file_size_text.h"
+#include "folder/item_order.h"
 
 namespace lumisk {
 namespace {
@@ -72,30 +72,6 @@ class ItemBuilder {
   UuidSource ids_;
 };
 
-/// Where an item stands in the order, its key made once.
-struct SortEntry {
-  bool isDirectory;
-  std::string key;
-  std::size_t index;
-};
-
-bool comesBefore(const SortEntry& a, const SortEntry& b) {
-  return a.isDirectory != b.isDirectory ? a.isDirectory : a.key < b.key;
-}
-
-std::vector<FileItem> sorted(std::vector<FileItem> items, const Collation& collation) {
-  std::vector<SortEntry> order;
-  order.reserve(items.size());
-  for (const FileItem& item : items) {
-    order.push_back({item.isDirectory, collation.sortKey(item.name), order.size()});
-  }
-  std::ranges::stable_sort(order, comesBefore);
-  std::vector<FileItem> result;
-  result.reserve(items.size());
-  for (const SortEntry& entry : order) result.push_back(std::move(items[entry.index]));
-  return result;
-}
-
 }  // namespace
 
 std::optional<FolderListing> listFolder(const std::string& path, const DateFormatter& dateFormatter,
@@ -118,7 +94,7 @@ std::optional<FolderListing> listFolder(const std::string& path, const DateForma
       listing.items.push_back(builder.build(std::move(name), status));
     }
   }
-  listing.items = sorted(std::move(listing.items), platform.collation);
+  listing.items = inFolderOrder(std::move(listing.items), platform.collation);
   return listing;
 }
 

@@ -1,5 +1,6 @@
 #include "folder/tree_size.h"
 
+#include <algorithm>
 #include <atomic>
 #include <condition_variable>
 #include <deque>
@@ -22,7 +23,7 @@ constexpr std::size_t kSmallTree = 32;
 /// has finished sleeps until another gives it half of what that one has left.
 class SharedWalk {
  public:
-  explicit SharedWalk(std::size_t maxThreads) : maxThreads_(maxThreads) {}
+  explicit SharedWalk(std::size_t maxThreads) : maxThreads_(std::max<std::size_t>(maxThreads, 1)) {}
 
   std::int64_t run(FileDescriptor root) {
     TreeWalker walker;

@@ -11,8 +11,8 @@ namespace lumisk {
 /// links not followed. A file with several names counts once for each. What cannot be read, or
 /// vanishes while it is walked, counts nothing; so does a folder that cannot be opened.
 ///
-/// Works on up to `maxThreads` threads, the caller's included; for a small tree on the caller's
-/// alone. A sum beyond the largest signed 64-bit number ends the program.
+/// Works on up to `maxThreads` threads, the caller's always included; for a small tree on the
+/// caller's alone. A sum beyond the largest signed 64-bit number ends the program.
 std::int64_t allocatedSizeBelow(const std::string& path, std::size_t maxThreads);
 
 }  // namespace lumisk

@@ -24,6 +24,7 @@ struct AvxBytes {
   static Vector all(char byte) { return _mm256_set1_epi8(byte); }
   static Vector either(Vector a, Vector b) { return _mm256_or_si256(a, b); }
   static Vector equal(Vector a, Vector b) { return _mm256_cmpeq_epi8(a, b); }
+  static Vector above(Vector bytes, char least) { return _mm256_cmpgt_epi8(bytes, all(least)); }
   static std::uint64_t topBits(Vector bytes) {
     return static_cast<unsigned>(_mm256_movemask_epi8(bytes));
   }

@@ -8,7 +8,8 @@ namespace lumisk {
 /// The bytes a kernel looks at in one step: as many as a mask has bits.
 inline constexpr std::size_t kBlockSize = 64;
 
-constexpr std::size_t least(std::size_t a, std::size_t b) { return a < b ? a : b; }
+// Not shared between files: see kernel_set.h on what must not be.
+static constexpr std::size_t least(std::size_t a, std::size_t b) { return a < b ? a : b; }
 
 /// kBlockSize bytes in registers.
 ///
@@ -18,6 +19,7 @@ constexpr std::size_t least(std::size_t a, std::size_t b) { return a < b ? a : b
 ///     Vector all(char)                  the byte in every place
 ///     Vector either(Vector, Vector)     bitwise or
 ///     Vector equal(Vector, Vector)      top bit set in the bytes that are equal, other bits any
+///     Vector above(Vector, char)        the same for the ASCII bytes above an ASCII character
 ///     uint64_t topBits(Vector)          the top bit of byte i as bit i
 ///     size_t lowestBit(uint64_t)        index of the lowest set bit; 64 when there is none
 ///

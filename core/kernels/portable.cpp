@@ -39,6 +39,10 @@ struct WordBytes {
     const Vector difference = a ^ b;
     return ~(((difference & ~kTopBits) + ~kTopBits) | difference);
   }
+  static Vector above(Vector bytes, char least) {
+    // Of the low seven bits: byte + 127 - least sets the top bit, and no carry leaves a byte.
+    return ((bytes & ~kTopBits) + (~kTopBits - all(least))) & ~bytes;
+  }
   static std::uint64_t topBits(Vector word) {
     // The product's top byte collects the eight bits, each moved by another distance.
     return (((word & kTopBits) >> 7) * 0x0102040810204080) >> 56;

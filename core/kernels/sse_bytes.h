@@ -26,6 +26,7 @@ struct SseBytes {
   static Vector all(char byte) { return _mm_set1_epi8(byte); }
   static Vector either(Vector a, Vector b) { return _mm_or_si128(a, b); }
   static Vector equal(Vector a, Vector b) { return _mm_cmpeq_epi8(a, b); }
+  static Vector above(Vector bytes, char least) { return _mm_cmpgt_epi8(bytes, all(least)); }
   static std::uint64_t topBits(Vector bytes) {
     return static_cast<unsigned>(_mm_movemask_epi8(bytes));
   }

@@ -3,6 +3,7 @@
 #include "core/kernels/block.h"
 #include "core/kernels/entity.h"
 #include "core/kernels/kernel_set.h"
+#include "core/kernels/table_characters.h"
 #include "core/table_lines.h"
 
 namespace lumisk {
@@ -19,92 +20,124 @@ inline constexpr std::size_t kNextRowLength = 18;
 inline constexpr TableTags kHeaderTags = {"</th><th>", "</th></tr><tr><td>"};
 inline constexpr TableTags kDataTags = {"</td><td>", "</td></tr><tr><td>"};
 
-/// One run of the table kernel. Text is copied block by block, up to the separators, line feeds and
-/// brackets in it. What is taken off a cell's end is only known there, and then taken back from
-/// what was written, for which the whole cell must lie in one window: when it does not, the cell is
-/// given up.
+/// One run of the table kernel. Text is copied up to the ends of cells and the brackets in it. Most
+/// ends of cells are simple; the others, and all in a header, are looked at one by one. What is
+/// taken off a cell's end is only known there, and then taken back from what was written, for which
+/// the whole cell must lie in one window: when it does not, the cell is given up.
 template <typename Bytes>
 class TableRun {
  public:
   TableRun(TableCursor start, const char* inEnd, const char* outEnd, char separator)
-      : inEnd_(inEnd),
+      : start_(start),
+        inEnd_(inEnd),
         outEnd_(outEnd),
         separator_(separator),
         isHeader_(start.isHeader),
         block_(start.in),
-        cell_(start.in),
-        cellOut_(start.out) {}
+        text_(start.in) {}
 
   TableCursor run() {
-    if (!hasRoomForBlock(cellOut_)) return cursorAtCell();
-    char* out = openCell();
+    char* out = start_.out;
+    if (!hasRoomForBlock(out)) return start_;
+    __builtin_memcpy(out, isHeader_ ? "<th>" : "<td>", kCellTagLength);
+    out += kCellTagLength;
+    skipTrimmed();
     while (hasRoomForBlock(out)) {
-      out = writeBlock(out);
+      out = writeGroup(out);
       if (isDone_) return {inEnd_, out, isHeader_, false};
     }
-    return cursorAtCell();
+    return lastCell(out);
   }
 
  private:
-  // A block may be read a vector and a byte too far. The densest text is a row of one byte after
-  // the other: two bytes in, nineteen out.
+  // The text may be read up to a vector behind the block. The densest text is a row of one byte
+  // after the other: two bytes in, nineteen out.
   static constexpr std::ptrdiff_t kReads = kBlockSize + Bytes::kSize + 1;
-  static constexpr std::ptrdiff_t kWrites = kBlockSize * 10 + 32 + Bytes::kSize;
+  static constexpr std::ptrdiff_t kWrites = kBlockSize * 10 + sizeof(TableTags) + Bytes::kSize;
 
   bool hasRoomForBlock(const char* out) const {
-    return inEnd_ - block_ >= kReads && outEnd_ - out >= kWrites;
+    return inEnd_ - block_ >= kReads && outEnd_ - out >= kWrites + (block_ - text_);
   }
-
-  TableCursor cursorAtCell() const { return {cell_, cellOut_, isHeader_, true}; }
 
   static bool isTrimmed(char character) { return character == '"' || character == '\r'; }
 
-  char* openCell() {
-    __builtin_memcpy(cellOut_, isHeader_ ? "<th>" : "<td>", kCellTagLength);
-    startText();
-    return cellOut_ + kCellTagLength;
-  }
-
-  /// The text of the cell starts behind what is taken off its front.
-  void startText() {
-    text_ = cell_;
+  /// The text of a cell starts behind what is taken off its front.
+  void skipTrimmed() {
     while (text_ != inEnd_ && isTrimmed(*text_)) ++text_;
   }
 
-  char* writeBlock(char* out) {
-    const char* end = block_ + kBlockSize;
-    const auto isSpecial = [this](typename Bytes::Vector bytes) {
-      return Bytes::either(
-          Bytes::either(isAngleBracket<Bytes>(bytes), Bytes::equal(bytes, Bytes::all('\n'))),
-          Bytes::equal(bytes, Bytes::all(separator_)));
-    };
-    std::uint64_t specials = Block<Bytes>(block_).bitsWhere(isSpecial);
-    while (specials != 0) {
-      const char* special = block_ + Bytes::lowestBit(specials);
-      specials &= specials - 1;
-      out = copyRun<Bytes>(out, text_, static_cast<std::size_t>(special - text_));
-      if (*special == separator_) {
-        out = endCell(out, special);
-      } else if (*special == '\n') {
-        out = endRow(out, special);
-        if (isDone_) return out;
-        if (cell_ != special + 1) return skipTo(cell_, out);
-      } else {
-        out = writeEntity<Bytes>(out, *special);
-        text_ = special + 1;
-      }
+  char* writeGroup(char* out) {
+    const auto left = static_cast<std::size_t>(inEnd_ - block_ - kReads);
+    const std::size_t count = least(TableGroup<Bytes>::kMost, left / kBlockSize + 1);
+    const TableGroup<Bytes> group(block_, count, separator_);
+    return group.hasQuotes() ? writeBlocks<true>(group, count, out)
+                             : writeBlocks<false>(group, count, out);
+  }
+
+  template <bool kHasQuotes>
+  char* writeBlocks(const TableGroup<Bytes>& group, std::size_t count, char* out) {
+    for (std::size_t i = 0; i < count && hasRoomForBlock(out); ++i) {
+      const char* next = block_ + kBlockSize;
+      CellEnds ends = kHasQuotes ? group.quotedCellEnds(i) : group.plainCellEnds(i);
+      if (isHeader_) ends.simple = 0;
+      out = writeBlock<kHasQuotes>(group.specials(i), ends, out);
+      if (block_ != next) break;
     }
-    if (text_ < end) {
-      out = copyRun<Bytes>(out, text_, static_cast<std::size_t>(end - text_));
-      text_ = end;
-    }
-    block_ = end;
     return out;
   }
 
-  char* skipTo(const char* line, char* out) {
-    block_ = line;
+  template <bool kHasQuotes>
+  char* writeBlock(std::uint64_t specials, const CellEnds& ends, char* out) {
+    while (specials != 0) {
+      const std::size_t place = Bytes::lowestBit(specials);
+      const char* special = block_ + place;
+      specials &= specials - 1;
+      out = copyRun<Bytes>(out, text_, static_cast<std::size_t>(special - text_));
+      text_ = special + 1;
+      if ((ends.simple >> place & 1) != 0) {
+        if (kHasQuotes) {
+          out -= ends.afterQuote >> place & 1;
+          text_ += ends.beforeQuote >> place & 1;
+        }
+        out = writeTags(*special, kDataTags, out);
+      } else {
+        const char* line = special + 1;
+        out = writeApart(*special, line, out);
+        if (isDone_) return out;
+        if (line >= block_ + kBlockSize) {
+          block_ = line;
+          return out;
+        }
+        specials &= ~std::uint64_t{0} << (line - block_);
+      }
+    }
+    block_ += kBlockSize;
     return out;
+  }
+
+  static char* writeTags(char special, const TableTags& tags, char* out) {
+    if (special == '\n') {
+      __builtin_memcpy(out, tags.nextRow, sizeof tags.nextRow);
+      return out + kNextRowLength;
+    }
+    __builtin_memcpy(out, tags.nextCell, sizeof tags.nextCell);
+    return out + kNextCellLength;
+  }
+
+  /// Writes `special`, which stands before `next`; the text up to it is written up to `out`. Moves
+  /// `next` behind blank lines.
+  char* writeApart(char special, const char*& next, char* out) {
+    if (special == '<' || special == '>') return writeEntity<Bytes>(out, special);
+    out = trimmedEnd(out);
+    char* written = writeTags(special, isHeader_ ? kHeaderTags : kDataTags, out);
+    if (special == '\n') {
+      isHeader_ = false;
+      next = text_ = firstKeptLine(next, inEnd_);
+      isDone_ = text_ == inEnd_;
+      if (isDone_) return out + kCloseRowLength;
+    }
+    skipTrimmed();
+    return written;
   }
 
   /// A tag always stands before the cell, so this stops there.
@@ -113,44 +146,25 @@ class TableRun {
     return out;
   }
 
-  const TableTags& tags() const { return isHeader_ ? kHeaderTags : kDataTags; }
-
-  char* endCell(char* out, const char* separator) {
-    out = trimmedEnd(out);
-    __builtin_memcpy(out, tags().nextCell, sizeof(TableTags::nextCell));
-    out += kNextCellLength;
-    cell_ = separator + 1;
-    cellOut_ = out - kCellTagLength;
-    startText();
-    return out;
+  /// The cell that was begun last. Its tag is the last one written, as the brackets of text are
+  /// written otherwise.
+  TableCursor lastCell(char* out) const {
+    do {
+      --out;
+    } while (*out != '<');
+    const char* cell = text_;
+    while (cell != start_.in && cell[-1] != separator_ && cell[-1] != '\n') --cell;
+    return {cell, out, isHeader_, true};
   }
 
-  /// Ends the row and starts the next one, if there is one.
-  char* endRow(char* out, const char* lineFeed) {
-    out = trimmedEnd(out);
-    __builtin_memcpy(out, tags().nextRow, sizeof(TableTags::nextRow));
-    isHeader_ = false;
-    cell_ = lineFeed + 1;
-    if (static_cast<signed char>(*cell_) <= ' ') cell_ = firstKeptLine(cell_, inEnd_);
-    if (cell_ == inEnd_) {
-      isDone_ = true;
-      return out + kCloseRowLength;
-    }
-    out += kNextRowLength;
-    cellOut_ = out - kCellTagLength;
-    startText();
-    return out;
-  }
-
+  const TableCursor start_;
   const char* const inEnd_;
   const char* const outEnd_;
   const char separator_;
   bool isHeader_;
   bool isDone_ = false;
-  const char* block_;           // what is looked at next
-  const char* text_ = nullptr;  // what is copied next; may lie beyond the block
-  const char* cell_;            // where the current cell starts
-  char* cellOut_;               // where its tag stands
+  const char* block_;  // what is looked at next
+  const char* text_;   // what is copied next; may lie before the block or behind it
 };
 
 template <typename Bytes>

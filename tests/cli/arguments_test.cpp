@@ -100,7 +100,7 @@ TEST(Arguments, DescribeTakesTheModesOfEveryView) {
     EXPECT_EQ(arguments->subcommand, Subcommand::Describe);
     EXPECT_EQ(arguments->mode, mode);
     EXPECT_TRUE(arguments->isDark);
-    EXPECT_EQ(arguments->path, "a");
+    EXPECT_EQ(arguments->path(), "a");
   }
 }
 
