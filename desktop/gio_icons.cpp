@@ -33,6 +33,16 @@ std::string iconOfContentType(const char* type) {
   return nameInTheme(icon.get());
 }
 
+/// Whether the folder may have an icon of its own: the home folder and the likes of Documents.
+bool isSpecialFolder(const std::string& path) {
+  if (path == g_get_home_dir()) return true;
+  for (int i = 0; i < G_USER_N_DIRECTORIES; ++i) {
+    const char* special = g_get_user_special_dir(static_cast<GUserDirectory>(i));
+    if (special != nullptr && path == special) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 /// By the name alone: the rows of a folder must not cost a look into each file, nor a search of the
@@ -48,8 +58,8 @@ std::string GioIcons::iconOfName(const std::string& path) const {
 Icon GioIcons::iconForFile(std::string_view path, std::optional<bool> isDirectory) const {
   const std::string text(path);
   if (isDirectory == false) return {iconOfName(text)};
+  if (isDirectory == true && !isSpecialFolder(text)) return {kFolder};
   const auto file = GRef<GFile>::adopt(g_file_new_for_path(text.c_str()));
-  // For folders as well: Documents, Downloads and the home folder have icons of their own.
   const auto info = GRef<GFileInfo>::adopt(g_file_query_info(
       file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON "," G_FILE_ATTRIBUTE_STANDARD_TYPE,
       G_FILE_QUERY_INFO_NONE, nullptr, nullptr));

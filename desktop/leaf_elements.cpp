@@ -6,6 +6,7 @@
 
 #include "desktop/display_text.h"
 #include "desktop/node_elements.h"
+#include "desktop/texts.h"
 
 // The kinds that hold nothing: text, image, spacer, divider, progress indicator.
 
@@ -205,6 +206,8 @@ class ProgressElement final : public NodeElement {
   ProgressElement() : spinner_(GRef<GtkWidget>::retain(gtk_spinner_new())) {
     gtk_widget_set_size_request(spinner_.get(), kSpinnerSize, kSpinnerSize);
     gtk_spinner_start(GTK_SPINNER(spinner_.get()));
+    gtk_accessible_update_property(GTK_ACCESSIBLE(spinner_.get()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                   tr("Loading"), -1);
     // It lies over the page: what is under it keeps its clicks.
     gtk_widget_set_can_target(spinner_.get(), FALSE);
   }

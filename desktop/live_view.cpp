@@ -1,5 +1,6 @@
 #include "desktop/live_view.h"
 
+#include <string_view>
 #include <utility>
 
 namespace lumisk::desktop {
@@ -19,6 +20,13 @@ int entriesBehind(WebKitWebView* view) {
   const auto count = static_cast<int>(g_list_length(entries));
   g_list_free(entries);
   return count;
+}
+
+/// Whether the engine, which may write an address in another form, means `awaited`: the number of
+/// the load tells, where there is one.
+bool isLoadOf(std::string_view uri, std::string_view awaited) {
+  const std::size_t query = awaited.find('?');
+  return query == std::string_view::npos ? uri == awaited : uri.ends_with(awaited.substr(query));
 }
 
 void call(const std::function<void()>& handler) {
@@ -101,7 +109,7 @@ void LiveView::committed() {
   const char* uri = webkit_web_view_get_uri(view());
   if (uri == nullptr) return;
   if (!awaited_.empty()) {
-    if (awaited_ != uri) return;  // a late word of the load before
+    if (!isLoadOf(uri, awaited_)) return;  // a late word of the load before
     awaited_.clear();
     entriesBefore_ = entriesBehind(view());
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));

@@ -5,6 +5,7 @@
 
 #include "desktop/display_text.h"
 #include "desktop/node_elements.h"
+#include "desktop/texts.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -57,9 +58,10 @@ class PickerElement final : public NodeElement {
       g_signal_connect(button, "toggled", G_CALLBACK(&PickerElement::toggled), this);
       buttons_.push_back(button);
     }
-    if (!picker.label.empty())
-      gtk_accessible_update_property(GTK_ACCESSIBLE(box_.get()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                     picker.label.c_str(), -1);
+    // A group without a name says nothing to who cannot see what it stands over.
+    const std::string name = picker.label.empty() ? tr("View") : picker.label;
+    gtk_accessible_update_property(GTK_ACCESSIBLE(box_.get()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                   name.c_str(), -1);
   }
 
   void showSelection(const ui::SegmentedPicker& picker) {

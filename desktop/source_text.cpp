@@ -4,6 +4,7 @@
 #include <string>
 
 #include "desktop/display_text.h"
+#include "desktop/texts.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -33,6 +34,8 @@ SourceText::SourceText() : view_(GRef<GtkWidget>::retain(gtk_text_view_new())) {
   gtk_text_view_set_wrap_mode(view, GTK_WRAP_WORD_CHAR);
   gtk_text_buffer_set_enable_undo(gtk_text_view_get_buffer(view), FALSE);
   gtk_widget_add_css_class(view_.get(), "source-text");
+  gtk_accessible_update_property(GTK_ACCESSIBLE(view_.get()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                 tr("Text of the document"), -1);
 }
 
 SourceText::~SourceText() = default;

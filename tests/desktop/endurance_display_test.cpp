@@ -1,0 +1,104 @@
+// Many previews one after another: what a closed panel held is freed.
+//
+// LUMISK_PREVIEWS sets how many (60 when it is not set); docs/performance.md was measured with 500.
+
+#include <dirent.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+#include "desktop/panel.h"
+#include "screen.h"
+#include "support/files.h"
+
+namespace lumisk::test {
+namespace {
+
+constexpr int kUsualPreviews = 60;
+constexpr int kParts = 6;
+
+int entriesIn(const char* folder) {
+  int count = 0;
+  DIR* const open = opendir(folder);
+  if (open == nullptr) return -1;
+  while (readdir(open) != nullptr) ++count;
+  closedir(open);
+  return count;
+}
+
+/// The process and those it started, WebKit's among them, as lines of process ids.
+std::vector<std::string> processTree(const std::string& root) {
+  std::vector<std::string> tree = {root};
+  for (std::size_t i = 0; i < tree.size(); ++i) {
+    std::ifstream children("/proc/" + tree[i] + "/task/" + tree[i] + "/children");
+    for (std::string child; children >> child;) tree.push_back(child);
+  }
+  return tree;
+}
+
+/// Proportional set size of the whole tree in kB: shared pages are counted once.
+long memoryOfTree() {
+  long total = 0;
+  for (const std::string& process : processTree(std::to_string(getpid()))) {
+    std::ifstream rollup("/proc/" + process + "/smaps_rollup");
+    for (std::string line; std::getline(rollup, line);)
+      if (line.starts_with("Pss:")) total += std::stol(line.substr(4));
+  }
+  return total;
+}
+
+int previewCount() {
+  const char* const text = std::getenv("LUMISK_PREVIEWS");
+  const int count = text == nullptr ? 0 : std::atoi(text);
+  return count >= kParts ? count : kUsualPreviews;
+}
+
+TEST(Endurance, ManyPreviewsLeaveNothingBehind) {
+  const TemporaryFolder folder;
+  writeAll(folder / "a.md", "# A\n\n$x$\n\n```mermaid\ngraph TD\n  A-->B\n```\n");
+  writeAll(folder / "b.md", "# B\n\n```cpp\nint x;\n```\n");
+  writeAll(folder / "c.json", "{\"a\":[1,2,3]}");
+  writeAll(folder / "d.csv", "a,b\n1,2\n");
+  writeAll(folder / "e.cpp", "int main() {}\n");
+  writeAll(folder / "f.bin", std::string("\xff\xfe\x00", 3));
+  std::filesystem::create_directory(folder / "g");
+  const char* const names[] = {"a.md", "b.md", "c.json", "d.csv", "e.cpp", "f.bin", "g"};
+
+  desktop::Panel panel(Program::shared().platform.platform(), Program::shared().liveViews);
+  int finished = 0;
+  panel.onPageFinished = [&] { ++finished; };
+  const int count = previewCount();
+  const int firstPart = count / kParts;
+  int descriptors = 0;
+  std::size_t processes = 0;
+  guint windows = 0;
+  long memory = 0;
+  for (int i = 0; i < count; ++i) {
+    finished = 0;
+    panel.show(FileURL::fromPath((folder / names[i % std::size(names)]).string()));
+    if (panel.webViews().latestView() != nullptr) {
+      ASSERT_TRUE(runUntil([&] { return finished > 0; })) << i;
+    }
+    runFor(30);
+    panel.close();
+    if (i + 1 != firstPart) continue;
+    runFor(1000);
+    descriptors = entriesIn("/proc/self/fd");
+    processes = processTree(std::to_string(getpid())).size();
+    windows = g_list_model_get_n_items(gtk_window_get_toplevels());
+    memory = memoryOfTree();
+  }
+  runFor(1000);
+  EXPECT_LE(entriesIn("/proc/self/fd"), descriptors + 4);
+  EXPECT_EQ(processTree(std::to_string(getpid())).size(), processes);
+  EXPECT_EQ(g_list_model_get_n_items(gtk_window_get_toplevels()), windows);
+  const long last = memoryOfTree();
+  EXPECT_LE(last * 10, memory * 12) << "kB after " << firstPart << ": " << memory;
+  std::printf("%d previews: %ld kB after the first %d, %ld kB at the end\n", count, memory,
+              firstPart, last);
+}
+
+}  // namespace
+}  // namespace lumisk::test
