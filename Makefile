@@ -1,12 +1,15 @@
 # A thin layer over CMake's presets: each target installs what it needs, builds and does its job.
-PRESET ?= headless
+# PRESET=headless leaves the desktop host out, on a machine that has no toolkit.
+PRESET ?= desktop
 BUILD  := build/$(PRESET)
+PACKAGES_headless := build test
+PACKAGES_desktop  := build test desktop desktop-test
 .DEFAULT_GOAL := help
 PREFIX ?= /usr/local
 .PHONY: help preview test bench format lint sanitize thread setup build install uninstall deb
 
 help:
-	@echo 'make preview FILE=…   show FILE: write its finished page and say where it is'
+	@echo 'make preview FILE=…   show FILE in the previewer (without a screen: a picture of it)'
 	@echo 'make test             build everything and run all tests'
 	@echo 'make bench            measure speed and memory beside other programs'
 	@echo 'make install          install below PREFIX ($(PREFIX)); DESTDIR is honoured'
@@ -19,15 +22,15 @@ help:
 	@echo 'Needed Debian packages are in packages.txt; each target installs those it needs.'
 
 build:
-	@scripts/install-packages build test
+	@scripts/install-packages $(PACKAGES_$(PRESET))
 	@cmake --preset $(PRESET) >$(PRESET).log 2>&1 || { cat $(PRESET).log; rm -f $(PRESET).log; exit 1; }
 	@rm -f $(PRESET).log
 	@cmake --build --preset $(PRESET)
 
+# A window where there is a screen to open it on; else a picture of it, or the page alone.
 preview: build
 	@test -n '$(FILE)' || { echo 'Say which file: make preview FILE=notes.md' >&2; exit 2; }
-	@$(BUILD)/bin/lumisk page "$(FILE)" >$(BUILD)/preview.html || { rm -f $(BUILD)/preview.html; exit 1; }
-	@echo 'The page is $(CURDIR)/$(BUILD)/preview.html'
+	@scripts/preview $(BUILD) "$(FILE)"
 
 test: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j 2
