@@ -28,9 +28,10 @@ std::vector<char*> withDefaults(int argc, char** argv) {
 
 int run(std::string_view mode, std::string_view name) {
   const bool isAll = mode == "all";
+  // First, as a process starts with what its parent holds.
+  if (isAll || mode == "memory") lumisk::bench::printMemory(name);
   if (isAll || mode == "ratios") lumisk::bench::printRatios(name);
   if (isAll || mode == "linear") lumisk::bench::printLinearity(name);
-  if (isAll || mode == "memory") lumisk::bench::printMemory(name);
   if (isAll || mode == "ratios" || mode == "linear" || mode == "memory") return 0;
   std::fputs(kUsage, stderr);
   return 2;
