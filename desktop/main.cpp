@@ -29,7 +29,18 @@ int complain(int status, const char* sentence) {
   return status;
 }
 
-int run(const OpenRequest& request) { return openInPreviewer(request.paths, findEngineFiles()); }
+/// Asked of the environment, not of the toolkit: whoever only hands over should not start it.
+bool hasDisplay() {
+  return g_getenv("WAYLAND_DISPLAY") != nullptr || g_getenv("DISPLAY") != nullptr;
+}
+
+int run(const OpenRequest& request) {
+  if (!hasDisplay())
+    return complain(
+        kExitFailure,
+        "there is no display to open a window on; \"lumisk page FILE\" writes the page");
+  return openInPreviewer(request.paths, findEngineFiles());
+}
 
 int run(const ServiceRequest&) { return servePreviewer(findEngineFiles()); }
 

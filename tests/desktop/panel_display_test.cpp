@@ -40,8 +40,13 @@ class PanelTest : public testing::Test {
     if (panel_->presentation() != nullptr) {
       ASSERT_TRUE(runUntil([&] { return finishedLoads_ > 0; }));
     }
-    ASSERT_TRUE(runUntil([&] { return gtk_window_is_active(panel_->window()) == TRUE; }));
-    runFor(100);
+    // The window manager may still be dealing with the window of the test before, and give the keys
+    // to another for a moment.
+    ASSERT_TRUE(runUntil([&] {
+      const bool wasActive = gtk_window_is_active(panel_->window()) == TRUE;
+      runFor(300);
+      return wasActive && gtk_window_is_active(panel_->window()) == TRUE;
+    }));
   }
   WebKitWebView* page() { return panel_->webViews().latestView(); }
   double scrollTop() { return std::stod(evaluate(page(), "window.scrollY")); }
