@@ -119,7 +119,7 @@ int openInPreviewer(const std::vector<std::string>& paths, const EngineFiles& fi
       return 0;
     case HandOver::Failed:
       return 1;
-    case HandOver::Nobody:
+    case HandOver::NoBus:
       break;
   }
   if (gtk_init_check() == FALSE) {

@@ -106,10 +106,6 @@ class StartedPreviewer {
   bool isOver_ = false;
 };
 
-bool knowsDisplay() {
-  return g_getenv("DISPLAY") != nullptr || g_getenv("WAYLAND_DISPLAY") != nullptr;
-}
-
 HandOver failed(const ErrorSlot& error) {
   g_printerr("lumisk: cannot open the preview window: %s\n", error.message());
   return HandOver::Failed;
@@ -120,10 +116,9 @@ HandOver failed(const ErrorSlot& error) {
 HandOver handOver(const std::vector<std::string>& uris) {
   const auto connection =
       GRef<GDBusConnection>::adopt(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-  if (!connection) return HandOver::Nobody;
+  if (!connection) return HandOver::NoBus;
+  // The bus may not know how to start it, or may know no display; this process does.
   if (callOpen(connection.get(), uris, nullptr)) return HandOver::Done;
-  // The bus may not know how to start it, or may know no display where this process knows one.
-  if (!knowsDisplay()) return HandOver::Nobody;
   ErrorSlot error;
   StartedPreviewer previewer(connection.get());
   if (!previewer.start(&error) || !callOpen(connection.get(), uris, &error)) return failed(error);

@@ -8,7 +8,7 @@ namespace lumisk::desktop {
 /// What became of a request to the running previewer.
 enum class HandOver {
   Done,
-  Nobody,  ///< no session bus, or no display to start one on: whoever asks shows the items itself
+  NoBus,   ///< there is no session bus; whoever asks has to show the items itself
   Failed,  ///< there is a bus, but no previewer could be reached or started; it was complained of
 };
 
