@@ -113,6 +113,13 @@ TEST_F(PreviewTest, TheWidgetsShowWhatTheViewSays) {
       EXPECT_EQ(preview.outlineOfWidgets(), preview.outlineOfView()) << "before the load";
       ASSERT_TRUE(preview.finishes());
       EXPECT_EQ(preview.outlineOfWidgets(), preview.outlineOfView()) << "after the load";
+      if (preview.page() != nullptr) {
+        // A first page is loaded well before its first frame is drawn.
+        evaluate(preview.page(),
+                 "requestAnimationFrame(() => requestAnimationFrame("
+                 "() => { window.isDrawn = true })), 1");
+        EXPECT_TRUE(runUntil([&] { return evaluate(preview.page(), "window.isDrawn") == "true"; }));
+      }
       runFor(400);
       EXPECT_TRUE(desktop::writePicture(
           preview.presentation().widget(),
