@@ -10,8 +10,8 @@
 
 namespace lumisk::desktop {
 
-/// The previewers' names for which the bus starts Lumisk. Only those are ours to answer to: a person
-/// who opens one file with Lumisk has not chosen it as the file manager's previewer.
+/// The previewers' names for which the bus starts Lumisk. Only those are ours to answer to: a
+/// person who opens one file with Lumisk has not chosen it as the file manager's previewer.
 class RegisteredNames {
  public:
   explicit RegisteredNames(GDBusConnection* connection);

@@ -153,7 +153,8 @@ class FileManagerTest : public testing::Test {
     outputOf({"xdotool", "windowactivate", "--sync", filesWindow_});
     ASSERT_TRUE(isFocused(filesWindow_));
   }
-  /// Presses Space; once more, after long, when Files was still reading the folder and took no note.
+  /// Presses Space; once more, after long, when Files was still reading the folder and took no
+  /// note.
   void pressSpaceUntilShown(const std::string& name) {
     press("space");
     if (!shows(name)) press("space");
