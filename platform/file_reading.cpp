@@ -11,6 +11,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/descriptor.h"
+
 namespace lumisk {
 
 namespace {
@@ -30,21 +32,6 @@ ErrorRecord notAFileError(mode_t mode) {
   error.localizedDescription += std::string(": the item is a ") + what + ", not a file";
   return error;
 }
-
-// A file descriptor that closes itself.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  int number() const { return number_; }
-
- private:
-  int number_;
-};
 
 }  // namespace
 
