@@ -11,7 +11,7 @@ constexpr double kStep = 1024;
 
 /// Rounded as printf does, but with a full stop in every locale.
 std::string rounded(double number, int decimals, std::string_view unit) {
-  std::array<char, 32> digits;
+  std::array<char, 32> digits{};
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
                                  std::chars_format::fixed, decimals);
   std::string text(digits.data(), end.ptr);

@@ -22,7 +22,7 @@ std::optional<std::vector<std::string>> readNames(const FileDescriptor& folder) 
   std::vector<std::string> names;
   DirectoryReader reader;
   reader.start(folder);
-  for (DirectoryReader::Entry entry; reader.next(entry);) names.emplace_back(entry.name);
+  for (DirectoryReader::Entry entry{}; reader.next(entry);) names.emplace_back(entry.name);
   if (reader.hasFailed()) return std::nullopt;
   return names;
 }

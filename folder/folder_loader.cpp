@@ -23,7 +23,7 @@ void publishFolderDate(const FolderViewState& state, const Platform& platform) {
   });
 }
 
-// The state travels to the main queue with the text, so that it is let go of there: what its views
+// The state travels to the main queue with the text and is let go of there: what it and its host
 // hold belongs to the main thread.
 void computeFolderSize(FolderViewState state, const std::string& path, MainQueue& mainQueue) {
   const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
@@ -34,10 +34,10 @@ void computeFolderSize(FolderViewState state, const std::string& path, MainQueue
 }
 
 void startFolderSize(const FolderViewState& state, const Platform& platform) {
-  platform.backgroundQueue.async(
-      [state, path = state->folderURL.path(), &mainQueue = platform.mainQueue]() mutable {
-        computeFolderSize(std::move(state), path, mainQueue);
-      });
+  platform.backgroundQueue.async([state = FolderViewState(state), path = state->folderURL.path(),
+                                  &mainQueue = platform.mainQueue]() mutable {
+    computeFolderSize(std::move(state), path, mainQueue);
+  });
 }
 
 void publishListing(const FolderViewState& state, const Platform& platform) {

@@ -23,7 +23,7 @@ class FolderPreviewView {
   ui::View body() const;
   /// Reads the folder, anew each time.
   void onAppear() { loadFolderContents(state_, platform_); }
-  void setOnChange(std::function<void()> onChange) { state_.setOnChange(std::move(onChange)); }
+  void setOnChange(const std::function<void()>& onChange) { state_.setOnChange(onChange); }
 
   const FolderState& state() const { return *state_; }
 

@@ -14,7 +14,7 @@ constexpr std::array<std::string_view, 4> kConversions = {"lld", "ld", "d", "s"}
 std::size_t conversionLength(std::string_view text) {
   const std::size_t position = text.starts_with(kPosition) ? kPosition.size() : 0;
   const std::string_view rest = text.substr(position);
-  const auto found = std::ranges::find_if(
+  const auto* found = std::ranges::find_if(
       kConversions, [&](std::string_view conversion) { return rest.starts_with(conversion); });
   return found == kConversions.end() ? 0 : position + found->size();
 }

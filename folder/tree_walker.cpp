@@ -56,7 +56,7 @@ void TreeWalker::enter(FileDescriptor folder) {
 
 void TreeWalker::read(FolderLevel& level) {
   reader_.start(level.folder());
-  for (DirectoryReader::Entry entry; reader_.next(entry);) {
+  for (DirectoryReader::Entry entry{}; reader_.next(entry);) {
     if (entry.type == DirectoryReader::Type::Folder) {
       level.addSubfolder(entry.name);
     } else {
@@ -68,7 +68,7 @@ void TreeWalker::read(FolderLevel& level) {
 void TreeWalker::count(FolderLevel& level, const DirectoryReader::Entry& entry) {
   constexpr int kAsItIs = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
   constexpr unsigned kWanted = STATX_TYPE | STATX_BLOCKS;  // a tenth faster than all of `stat`
-  struct statx status;
+  struct statx status {};
   if (statx(level.folder().get(), entry.name, kAsItIs, kWanted, &status) != 0) return;
   if (S_ISDIR(status.stx_mode)) {
     level.addSubfolder(entry.name);

@@ -25,7 +25,7 @@ class UuidSource {
  private:
   static constexpr std::size_t kBufferSize = 4096;  // of whole identifiers
 
-  std::array<std::uint8_t, kBufferSize> buffer_;
+  std::array<std::uint8_t, kBufferSize> buffer_{};
   std::size_t at_ = kBufferSize;
 };
 

@@ -23,7 +23,7 @@ class HeadlessCollation final : public Collation {
   UserLocale locale_;
   /// The lower case of each ASCII character, or NUL where it is none of these: in Turkish the lower
   /// case of I is ı.
-  std::array<char, 128> asciiLower_;
+  std::array<char, 128> asciiLower_{};
 };
 
 }  // namespace lumisk

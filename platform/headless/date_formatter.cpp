@@ -78,7 +78,7 @@ HeadlessDateFormatter::HeadlessDateFormatter(const std::string& localeName)
 std::string HeadlessDateFormatter::stringFromDate(FileTime date) const {
   std::tm parts{};
   if (localtime_r(&date.tv_sec, &parts) == nullptr) return std::to_string(date.tv_sec);
-  std::array<char, kMaxDateSize> text;
+  std::array<char, kMaxDateSize> text{};
   return {text.data(),
           strftime_l(text.data(), text.size(), format_.c_str(), &parts, locale_.get())};
 }

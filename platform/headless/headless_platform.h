@@ -43,6 +43,7 @@ class HeadlessPlatform {
   explicit HeadlessPlatform(const HeadlessOptions& options = {});
   HeadlessPlatform(const HeadlessPlatform&) = delete;
   HeadlessPlatform& operator=(const HeadlessPlatform&) = delete;
+  ~HeadlessPlatform() = default;
 
   const Platform& platform() const { return platform_; }
   HeadlessMainQueue& mainQueue() { return mainQueue_; }

@@ -72,12 +72,12 @@ std::string_view extensionOf(std::string_view path) {
 
 std::string_view iconOfExtension(std::string_view extension) {
   if (extension.empty() || extension.size() > kLongestExtension) return {};
-  std::array<char, kLongestExtension> lower;
+  std::array<char, kLongestExtension> lower{};
   std::ranges::transform(extension, lower.begin(), [](char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
   });
   const std::string_view wanted(lower.data(), extension.size());
-  const auto found = std::ranges::lower_bound(kIconOfExtension, wanted, {}, &Row::extension);
+  const auto* found = std::ranges::lower_bound(kIconOfExtension, wanted, {}, &Row::extension);
   const bool isKnown = found != kIconOfExtension.end() && found->extension == wanted;
   return isKnown ? found->icon : std::string_view();
 }

@@ -21,7 +21,7 @@ constexpr std::array kEnglishTexts = {
 };
 
 const EnglishText* findEnglish(std::string_view key) {
-  const auto found = std::ranges::find(kEnglishTexts, key, &EnglishText::key);
+  const auto* found = std::ranges::find(kEnglishTexts, key, &EnglishText::key);
   return found == kEnglishTexts.end() ? nullptr : &*found;
 }
 

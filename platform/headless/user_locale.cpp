@@ -8,7 +8,7 @@ namespace lumisk {
 namespace {
 
 locale_t makeFallback() {
-  const auto none = static_cast<locale_t>(nullptr);
+  const locale_t none = nullptr;
   const locale_t utf8 = newlocale(LC_ALL_MASK, "C.UTF-8", none);
   return utf8 != none ? utf8 : newlocale(LC_ALL_MASK, "C", none);
 }
@@ -16,7 +16,7 @@ locale_t makeFallback() {
 bool isUtf8(locale_t locale) { return std::string_view(nl_langinfo_l(CODESET, locale)) == "UTF-8"; }
 
 locale_t makeLocale(const char* name) {
-  const auto none = static_cast<locale_t>(nullptr);
+  const locale_t none = nullptr;
   const locale_t wanted = newlocale(LC_ALL_MASK, name, none);
   if (wanted != none && isUtf8(wanted)) return wanted;
   const locale_t fallback = makeFallback();

@@ -42,8 +42,9 @@ class ManualBackgroundQueue final : public BackgroundQueue {
   void async(Task task) override { tasks_.push_back(std::move(task)); }
 
   std::size_t size() const { return tasks_.size(); }
+  std::vector<Task> take() { return std::exchange(tasks_, {}); }
   void runAll() {
-    for (const Task& task : std::exchange(tasks_, {})) task();
+    for (const Task& task : take()) task();
   }
 
  private:

@@ -159,6 +159,21 @@ TEST_F(FolderLoader, BlocksMayLandAfterTheViewHasGone) {
   EXPECT_EQ(desktop_.mainQueue.size(), 0U);
 }
 
+// The state's last owner ends it, so that must not be a background thread.
+TEST_F(FolderLoader, TheSizeTaskHandsTheStateOver) {
+  std::weak_ptr<const DateFormatter> partOfTheState;
+  {
+    FolderPreviewView view(urlOf(folder_.path()), desktop_.platform);
+    partOfTheState = view.state().dateFormatter;
+    view.onAppear();
+  }
+  const std::vector<Task> sizeTask = desktop_.backgroundQueue.take();
+  sizeTask.at(0)();
+  EXPECT_FALSE(partOfTheState.expired()) << "the publication has it";
+  desktop_.mainQueue.runAll();
+  EXPECT_TRUE(partOfTheState.expired()) << "the task, which is still there, has not";
+}
+
 TEST_F(FolderLoader, AHostMayLetGoOfTheViewWhileItIsTold) {
   auto hosted =
       std::make_unique<ui::HostedView>(FolderPreviewView(urlOf(folder_.path()), desktop_.platform));
