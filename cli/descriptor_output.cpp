@@ -1,5 +1,6 @@
 #include "cli/descriptor_output.h"
 
+#include <poll.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -70,6 +71,9 @@ void DescriptorOutput::write(std::string_view text) {
     const ssize_t count = ::write(descriptor_, text.data(), text.size());
     if (count >= 0) {
       text.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno == EAGAIN) {  // the reader made the pipe non-blocking, for its own sake
+      pollfd writable = {descriptor_, POLLOUT, 0};
+      ::poll(&writable, 1, -1);
     } else if (errno != EINTR) {
       error_ = errno;
     }

@@ -7,6 +7,7 @@ namespace lumisk {
 
 namespace {
 
+constexpr std::string_view kScheme = "file:";
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
 bool isAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
@@ -79,10 +80,11 @@ FileURL FileURL::fromPath(std::string_view path, std::string_view currentDirecto
   return FileURL(resolved(std::move(base), path));
 }
 
+bool FileURL::hasFileScheme(std::string_view text) { return startsWithIgnoringCase(text, kScheme); }
+
 std::optional<FileURL> FileURL::fromString(std::string_view text) {
-  constexpr std::string_view kScheme = "file:";
   constexpr std::string_view kLocalhost = "localhost/";
-  if (!startsWithIgnoringCase(text, kScheme)) return std::nullopt;
+  if (!hasFileScheme(text)) return std::nullopt;
   text.remove_prefix(kScheme.size());
   text = text.substr(0, text.find_first_of("?#"));
   if (text.substr(0, 2) == "//") {

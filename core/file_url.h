@@ -22,6 +22,9 @@ class FileURL {
   /// escape is malformed, or the path would hold a NUL.
   static std::optional<FileURL> fromString(std::string_view text);
 
+  /// Whether `text` begins with "file:", in letters of either case.
+  static bool hasFileScheme(std::string_view text);
+
   /// The path's bytes without the trailing slash (the root is "/").
   std::string path() const;
 

@@ -1,7 +1,10 @@
 #include "extension/dispatch.h"
 
+#include <cerrno>
 #include <memory>
+#include <new>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <variant>
 
@@ -78,6 +81,17 @@ class FileViewBuilder {
   const bool isDark_;
 };
 
+// A page that does not fit in memory is an error like a file that does not.
+std::variant<ui::HostedView, ErrorRecord> fileView(const FileURL& url, const Platform& platform) {
+  try {
+    std::variant<PreviewedFile, ErrorRecord> file = PreviewedFile::load(url);
+    if (auto* error = std::get_if<ErrorRecord>(&file)) return std::move(*error);
+    return FileViewBuilder(url, std::get<PreviewedFile>(std::move(file)), platform).build();
+  } catch (const std::bad_alloc&) {
+    return ErrorRecord{kPosixErrorDomain, ENOMEM, std::generic_category().message(ENOMEM)};
+  }
+}
+
 }  // namespace
 
 void dispatchPreview(const FileURL& url, PreviewViewController& controller,
@@ -87,14 +101,13 @@ void dispatchPreview(const FileURL& url, PreviewViewController& controller,
     completion(std::nullopt);
     return;
   }
-  std::variant<PreviewedFile, ErrorRecord> file = PreviewedFile::load(url);
-  if (const auto* error = std::get_if<ErrorRecord>(&file)) {
+  std::variant<ui::HostedView, ErrorRecord> view = fileView(url, platform);
+  if (const auto* error = std::get_if<ErrorRecord>(&view)) {
     platform.standardOutput.writeLine(kFailureLine + error->description());
     completion(*error);
     return;
   }
-  controller.embed(
-      FileViewBuilder(url, std::get<PreviewedFile>(std::move(file)), platform).build());
+  controller.embed(std::get<ui::HostedView>(std::move(view)));
   completion(std::nullopt);
 }
 

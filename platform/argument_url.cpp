@@ -7,8 +7,7 @@
 namespace lumisk {
 
 std::optional<FileURL> fileURLOfArgument(std::string_view argument) {
-  constexpr std::string_view kFileScheme = "file:";
-  if (argument.substr(0, kFileScheme.size()) == kFileScheme) return FileURL::fromString(argument);
+  if (FileURL::hasFileScheme(argument)) return FileURL::fromString(argument);
   // A current directory that was removed has no path; what is relative to it does not exist.
   std::error_code removed;
   const std::string current = std::filesystem::current_path(removed).string();

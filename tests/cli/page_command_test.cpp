@@ -253,6 +253,15 @@ TEST(PageCommand, ReaderThatWentAwayIsNoError) {
   EXPECT_EQ(signalled.standardError, "");
 }
 
+TEST(PageCommand, PipeThatDoesNotWaitGetsTheWholePageToo) {
+  const TemporaryFolder folder;
+  const std::string text(3'000'000, '<');
+  writeAll(folder / "long.txt", text);
+  const FileURL url = FileURL::fromPath((folder / "long.txt").string());
+  expectPage(lumiskCommand({"page", url.path()}, {.nonBlockingOutput = true}),
+             buildSourceHTML(text, url, "txt", false));
+}
+
 TEST(PageCommand, FullDiskIsAnError) {
   const TemporaryFolder folder;
   writeAll(folder / "x.txt", "x");

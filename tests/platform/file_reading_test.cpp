@@ -123,6 +123,7 @@ TEST(ArgumentURL, IsAPathOrAFileUri) {
   EXPECT_EQ(fileURLOfArgument("a.md")->path(), current + "/a.md");
   EXPECT_EQ(fileURLOfArgument("/a.md")->path(), "/a.md");
   EXPECT_EQ(fileURLOfArgument("file:///a%20b")->path(), "/a b");
+  EXPECT_EQ(fileURLOfArgument("FILE:///a")->path(), "/a");
   EXPECT_EQ(fileURLOfArgument("./file:x")->path(), current + "/file:x");
   EXPECT_FALSE(fileURLOfArgument("file://elsewhere/x").has_value());
 }

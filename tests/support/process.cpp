@@ -32,6 +32,7 @@ struct Pipe {
   dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
   dup2(out, STDOUT_FILENO);
   dup2(err, STDERR_FILENO);
+  if (options.nonBlockingOutput) fcntl(STDOUT_FILENO, F_SETFL, O_NONBLOCK);
   if (options.ignoreBrokenPipe) signal(SIGPIPE, SIG_IGN);
   const char* const folder = options.workingDirectory.c_str();
   if (*folder == '\0' || chdir(folder) == 0) execv(argv[0], argv.data());

@@ -18,6 +18,9 @@ struct ProcessOptions {
   bool closeReader = false;
   /// Runs with a broken pipe reported as an error, as under many other programs, not by a signal.
   bool ignoreBrokenPipe = false;
+  /// Writes to a full standard output fail instead of waiting, as with pipes of event-driven
+  /// readers.
+  bool nonBlockingOutput = false;
 };
 
 /// Runs `words` (the first is the program's path) to its end, with an empty standard input.
