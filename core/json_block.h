@@ -24,10 +24,13 @@ enum ByteKind : std::uint8_t {
 
 inline constexpr std::array<std::uint8_t, 256> kByteKinds = [] {
   std::array<std::uint8_t, 256> kinds{};
-  for (std::size_t control = 0; control < 0x20; ++control) kinds[control] = kStringStop;
-  for (const unsigned char stop : {'"', '\\', '&', '<', '>'}) kinds[stop] |= kStringStop;
-  for (const unsigned char blank : {' ', '\t', '\n', '\r'}) kinds[blank] |= kBlank;
-  for (std::size_t digit = '0'; digit <= '9'; ++digit) kinds[digit] |= kDigit;
+  const auto add = [&kinds](char byte, ByteKind kind) {
+    kinds[static_cast<unsigned char>(byte)] |= kind;
+  };
+  for (char control = 0; control < ' '; ++control) add(control, kStringStop);
+  for (const char stop : {'"', '\\', '&', '<', '>'}) add(stop, kStringStop);
+  for (const char blank : {' ', '\t', '\n', '\r'}) add(blank, kBlank);
+  for (char digit = '0'; digit <= '9'; ++digit) add(digit, kDigit);
   return kinds;
 }();
 

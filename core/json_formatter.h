@@ -49,7 +49,7 @@ class Formatter {
     }
     ++cursor.in;
     if (static_cast<unsigned char>(*cursor.in) > ' ') return cursor;
-    while (stream_.isReadable(cursor.in, Block::kSize)) {
+    while (stream_.isReadable(cursor.in)) {
       const std::uint32_t nonBlanks = Block::load(cursor.in).nonBlanks();
       if (nonBlanks != 0) return {cursor.in + std::countr_zero(nonBlanks), cursor.out};
       cursor.in += Block::kSize;
@@ -137,7 +137,7 @@ class Formatter {
   }
 
   Cursor copyNumber(Cursor cursor) {
-    if (stream_.isReadable(cursor.in, kPlainNumberReads)) {
+    if (stream_.isReadable(cursor.in)) {
       const PlainNumber number = plainNumber<Block>(cursor.in);
       if (number.end != nullptr) {
         std::memcpy(cursor.out, cursor.in, kMaxPlainNumberSize);

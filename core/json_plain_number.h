@@ -17,8 +17,7 @@ struct PlainNumber {
   std::size_t shownSize;
 };
 
-/// How far `plainNumber` may read, and the greatest size it finds.
-inline constexpr std::ptrdiff_t kPlainNumberReads = 33;
+/// The greatest size that `plainNumber` finds. It may read one byte more.
 inline constexpr std::size_t kMaxPlainNumberSize = 32;
 
 /// Whether the `size` digits at `digits`, all but the point after `integerSize` of them, are the
@@ -26,22 +25,15 @@ inline constexpr std::size_t kMaxPlainNumberSize = 32;
 /// are.
 bool isShortestDecimal(const char* digits, std::size_t integerSize, std::size_t size);
 
-/// Bit i is clear when byte i is a digit.
-template <typename Block>
-std::uint32_t nonDigitsOf32(const char* in) {
-  if constexpr (Block::kSize == 32) {
-    return Block::load(in).nonDigits();
-  } else {
-    return Block::load(in).nonDigits() | (Block::load(in + 16).nonDigits() << 16);
-  }
-}
+inline constexpr PlainNumber kNotPlain = {nullptr, 0};
 
-/// The number at `in`, where kPlainNumberReads bytes are readable.
+/// `plainNumber` for what does not end within a block and for decimals.
 template <typename Block>
-PlainNumber plainNumber(const char* in) {
-  constexpr PlainNumber kNotPlain = {nullptr, 0};
+PlainNumber plainDecimal(const char* in) {
+  static_assert(Block::kSize == 16);
   const char* const digits = in + (*in == '-' ? 1 : 0);
-  const std::uint32_t marks = nonDigitsOf32<Block>(digits);
+  const std::uint32_t marks =
+      Block::load(digits).nonDigits() | (Block::load(digits + 16).nonDigits() << 16);
   const auto integerSize = static_cast<std::size_t>(std::countr_zero(marks));
   if (marks == 0 || integerSize == 0 || (*digits == '0' && integerSize > 1)) return kNotPlain;
   const char* const point = digits + integerSize;
@@ -59,6 +51,18 @@ PlainNumber plainNumber(const char* in) {
   while (shownEnd[-1] == '0') --shownEnd;
   if (shownEnd == point + 1) shownEnd = point;
   return {end, static_cast<std::size_t>(shownEnd - in)};
+}
+
+/// The number at `in`, where kMaxPlainNumberSize + 1 bytes are readable.
+template <typename Block>
+PlainNumber plainNumber(const char* in) {
+  const char* const digits = in + (*in == '-' ? 1 : 0);
+  const std::uint32_t marks = Block::load(digits).nonDigits();
+  const int size = std::countr_zero(marks);
+  if (marks == 0 || size == 0 || (*digits == '0' && size > 1)) return plainDecimal<Block>(in);
+  const char* const end = digits + size;
+  if (*end == '.' || *end == 'e' || *end == 'E') return plainDecimal<Block>(in);
+  return {end, static_cast<std::size_t>(end - in)};
 }
 
 }  // namespace lumisk::json

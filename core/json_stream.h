@@ -27,16 +27,22 @@ class Stream {
   /// break and some blocks of text take.
   static constexpr std::size_t kRoom = std::size_t{2} * 1024;
 
+  /// The most that is looked at in one step: two blocks, or a number with its sign.
+  static constexpr std::ptrdiff_t kReads = 33;
+
   /// Bytes from the end of `text` up to `readableEnd` may be read, but are not part of it.
   Stream(Output& output, std::string_view text, const char* readableEnd)
-      : output_(output), end_(text.data() + text.size()), readableEnd_(readableEnd) {}
+      : output_(output),
+        end_(text.data() + text.size()),
+        lastRead_(readableEnd - text.data() >= kReads ? readableEnd - kReads : nullptr) {}
 
   Cursor begin(const char* in) { return refilled({in, output_.room(0)}); }
   void finish(Cursor cursor) { output_.advance(cursor.out); }
 
   const char* end() const { return end_; }
   std::size_t remaining(const char* in) const { return static_cast<std::size_t>(end_ - in); }
-  bool isReadable(const char* in, std::ptrdiff_t size) const { return readableEnd_ - in >= size; }
+  /// Whether kReads bytes are readable at `in`.
+  bool isReadable(const char* in) const { return in <= lastRead_; }
 
   Cursor withRoom(Cursor cursor) {
     if (cursor.out > limit_) [[unlikely]]
@@ -61,7 +67,7 @@ class Stream {
 
   Output& output_;
   const char* end_;
-  const char* readableEnd_;
+  const char* lastRead_;
   const char* limit_ = nullptr;
 };
 

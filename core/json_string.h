@@ -63,13 +63,11 @@ std::uint32_t copyBlock(Cursor cursor) {
   return block.stringStops();
 }
 
-/// Writes the string whose opening quote stands at `cursor`.
+/// Writes the string whose opening quote stands at `cursor`, where there is room.
 template <typename Block>
 Cursor copyString(Stream& stream, Cursor cursor) {
   *cursor.out++ = *cursor.in++;
-  while (!cursor.failed()) {
-    cursor = stream.withRoom(cursor);
-    if (!stream.isReadable(cursor.in, 33)) return copyStringByBytes(stream, cursor);
+  while (stream.isReadable(cursor.in)) {
     std::uint32_t stops = copyBlock<Block>(cursor);
     // Branches, not a selection: the next block must not wait for what is in this one.
     if (stops == 0) {
@@ -77,8 +75,7 @@ Cursor copyString(Stream& stream, Cursor cursor) {
       cursor.out += Block::kSize;
       stops = copyBlock<Block>(cursor);
       if (stops == 0) {
-        cursor.in += Block::kSize;
-        cursor.out += Block::kSize;
+        cursor = stream.withRoom({cursor.in + Block::kSize, cursor.out + Block::kSize});
         continue;
       }
     }
@@ -89,9 +86,10 @@ Cursor copyString(Stream& stream, Cursor cursor) {
       *cursor.out++ = '"';
       return cursor.in < stream.end() ? Cursor{cursor.in + 1, cursor.out} : kFailed;
     }
-    cursor = copyStop(stream, cursor);
+    cursor = stream.withRoom(copyStop(stream, cursor));
+    if (cursor.failed()) return kFailed;
   }
-  return kFailed;
+  return copyStringByBytes(stream, cursor);
 }
 
 }  // namespace lumisk::json
