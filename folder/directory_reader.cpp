@@ -3,7 +3,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 
-#include <cerrno>
 #include <cstring>
 
 namespace lumisk {
@@ -38,8 +37,7 @@ void DirectoryReader::start(const FileDescriptor& folder) {
 
 bool DirectoryReader::refill() {
   const ssize_t size = getdents64(descriptor_, buffer_.get(), kBufferSize);
-  // A folder that was removed meanwhile has no entries: that is its end, not a failure.
-  hasFailed_ = size < 0 && errno != ENOENT;
+  hasFailed_ = size < 0;
   at_ = 0;
   end_ = size > 0 ? static_cast<std::size_t>(size) : 0;
   return end_ > 0;

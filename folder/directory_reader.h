@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <memory>
 
-#include "folder/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace lumisk {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "folder/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace lumisk {
 

@@ -11,7 +11,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace lumisk {
 
@@ -102,13 +102,13 @@ std::variant<FileContents, ErrorRecord> readFile(const std::string& path) {
   if (S_ISDIR(status.st_mode)) return posixError(EISDIR);
   if (!S_ISREG(status.st_mode)) return notAFileError(status.st_mode);
 
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  if (file.number() < 0 || ::fstat(file.number(), &status) != 0) return posixError(errno);
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!file.isOpen() || ::fstat(file.get(), &status) != 0) return posixError(errno);
   if (S_ISDIR(status.st_mode)) return posixError(EISDIR);
   if (!S_ISREG(status.st_mode)) return notAFileError(status.st_mode);
 
   FileReading reading;
-  if (const int error = reading.read(file.number(), static_cast<std::size_t>(status.st_size))) {
+  if (const int error = reading.read(file.get(), static_cast<std::size_t>(status.st_size))) {
     return posixError(error);
   }
   return reading.take();

@@ -15,7 +15,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace lumisk {
 
@@ -47,13 +47,13 @@ void makeFolderAndParents(const std::string& path) {
 }
 
 // The folder, if it is one of this user's own that nobody else can look into.
-Descriptor openPrivateFolder(const std::string& path) {
-  Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+FileDescriptor openPrivateFolder(const std::string& path) {
+  FileDescriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   struct stat status {};
-  if (!folder.isOpen() || ::fstat(folder.number(), &status) != 0) return {};
+  if (!folder.isOpen() || ::fstat(folder.get(), &status) != 0) return {};
   if (status.st_uid != ::geteuid()) return {};
   if ((status.st_mode & kPermissions) != kOwnerOnlyFolder &&
-      ::fchmod(folder.number(), kOwnerOnlyFolder) != 0) {
+      ::fchmod(folder.get(), kOwnerOnlyFolder) != 0) {
     return {};
   }
   return folder;
@@ -71,27 +71,27 @@ std::string newTemporaryName() {
   return std::string(kTemporaryPrefix).append(digits.data(), end.ptr).append(kTemporarySuffix);
 }
 
-bool lock(const Descriptor& file) { return ::flock(file.number(), LOCK_EX | LOCK_NB) == 0; }
+bool lock(const FileDescriptor& file) { return ::flock(file.get(), LOCK_EX | LOCK_NB) == 0; }
 
 // Removes what writers left behind that were killed. A living writer holds a lock on its file.
-void sweepTemporaryFiles(const Descriptor& folder) {
-  const int listed = ::openat(folder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+void sweepTemporaryFiles(const FileDescriptor& folder) {
+  const int listed = ::openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(listed < 0 ? nullptr : ::fdopendir(listed),
                                                     ::closedir);
   if (!entries) return;
   while (const dirent* entry = ::readdir(entries.get())) {
     if (!isTemporaryName(entry->d_name)) continue;
-    const Descriptor file(
-        ::openat(folder.number(), entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor file(
+        ::openat(folder.get(), entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     const bool isStale = file.isOpen() ? lock(file) : errno == ELOOP;
-    if (isStale) ::unlinkat(folder.number(), entry->d_name, 0);
+    if (isStale) ::unlinkat(folder.get(), entry->d_name, 0);
   }
 }
 
 /// A file that becomes the page file, or goes away with this object.
 class TemporaryFile {
  public:
-  explicit TemporaryFile(const Descriptor& folder) : folder_(folder) {}
+  explicit TemporaryFile(const FileDescriptor& folder) : folder_(folder) {}
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
   ~TemporaryFile() {
@@ -101,9 +101,9 @@ class TemporaryFile {
   bool create() {
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
       name_ = newTemporaryName();
-      file_ = Descriptor(::openat(folder_.number(), name_.c_str(),
-                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                                  kOwnerOnlyFile));
+      file_ = FileDescriptor(::openat(folder_.get(), name_.c_str(),
+                                      O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                      kOwnerOnlyFile));
       if (!file_.isOpen() && errno != EEXIST) return false;
       if (!file_.isOpen()) continue;
       if (isSafeFromSweeps()) return true;
@@ -114,8 +114,7 @@ class TemporaryFile {
 
   bool write(std::string_view text) {
     while (!text.empty()) {
-      const ssize_t written =
-          ::write(file_.number(), text.data(), std::min(text.size(), kMostAtOnce));
+      const ssize_t written = ::write(file_.get(), text.data(), std::min(text.size(), kMostAtOnce));
       if (written < 0 && errno != EINTR) return false;
       if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
     }
@@ -123,26 +122,26 @@ class TemporaryFile {
   }
 
   bool moveTo(const char* name) {
-    if (::renameat(folder_.number(), name_.c_str(), folder_.number(), name) != 0) return false;
-    file_ = Descriptor();
+    if (::renameat(folder_.get(), name_.c_str(), folder_.get(), name) != 0) return false;
+    file_ = FileDescriptor();
     return true;
   }
 
  private:
   void remove() {
-    ::unlinkat(folder_.number(), name_.c_str(), 0);
-    file_ = Descriptor();
+    ::unlinkat(folder_.get(), name_.c_str(), 0);
+    file_ = FileDescriptor();
   }
   // Where files cannot be locked nothing is ever swept either.
   bool isSafeFromSweeps() {
     if (!lock(file_) && errno == EWOULDBLOCK) return false;
     struct stat status {};
-    return ::fstat(file_.number(), &status) == 0 && status.st_nlink > 0;
+    return ::fstat(file_.get(), &status) == 0 && status.st_nlink > 0;
   }
 
-  const Descriptor& folder_;
+  const FileDescriptor& folder_;
   std::string name_;
-  Descriptor file_;
+  FileDescriptor file_;
 };
 
 }  // namespace
@@ -150,7 +149,7 @@ class TemporaryFile {
 std::optional<FileURL> writePageFile(std::string_view cachesDirectory, std::string_view html) {
   const FileURL folderURL = FileURL::fromPath(cachesDirectory).appendingPathComponent(kFolderName);
   makeFolderAndParents(folderURL.path());
-  const Descriptor folder = openPrivateFolder(folderURL.path());
+  const FileDescriptor folder = openPrivateFolder(folderURL.path());
   if (!folder.isOpen()) return std::nullopt;
 
   sweepTemporaryFiles(folder);

@@ -17,7 +17,9 @@
 #include "extension/preview_view_controller.h"
 #include "folder/folder_preview_view.h"
 #include "support/files.h"
+#include "support/memory_limit.h"
 #include "support/outlines.h"
+#include "support/privileges.h"
 #include "support/recording_platform.h"
 #include "views/json_dual_preview_view.h"
 #include "views/jsonl_dual_preview_view.h"
@@ -274,12 +276,39 @@ TEST_F(Dispatch, WhatCannotBeReadIsRefusedWithTheSystemsError) {
 }
 
 TEST_F(Dispatch, AFileThatMayNotBeReadIsRefused) {
-  if (::geteuid() == 0) GTEST_SKIP() << "nothing is forbidden to the superuser";
   writeAll(folder_ / "secret.md", "x");
-  ::chmod((folder_ / "secret.md").c_str(), 0);
-  request("secret.md");
+  ASSERT_EQ(::chmod(folder_.path().c_str(), 0755), 0);
+  ASSERT_EQ(::chmod((folder_ / "secret.md").c_str(), 0), 0);
+  {
+    const test::WithoutPrivileges nobody;
+    request("secret.md");
+  }
   ASSERT_TRUE(error_);
   EXPECT_EQ(error_->code, EACCES);
+}
+
+TEST_F(Dispatch, WhatDoesNotFitInMemoryIsRefused) {
+  if (!test::kMemoryMayRunOut) GTEST_SKIP() << "a sanitizer ends the program instead";
+  constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+  struct Row {
+    const char* name;
+    std::size_t room;  // in megabytes; each file has 32
+  };
+  // With room for the file alone it is the page that does not fit.
+  for (const Row& row :
+       {Row{"file.md", 16}, Row{"page.md", 48}, Row{"page.csv", 48}, Row{"page.txt", 48}}) {
+    SCOPED_TRACE(row.name);
+    writeAll(folder_ / row.name, std::string(32 * kMegabyte, 'x'));
+    {
+      const test::MemoryLimit limit(row.room * kMegabyte);
+      request(row.name);
+    }
+    ASSERT_TRUE(error_);
+    EXPECT_EQ(error_->code, ENOMEM);
+    EXPECT_TRUE(desktop_.log.back().starts_with("failed")) << desktop_.log.back();
+    request(row.name);
+    EXPECT_FALSE(error_) << "with room enough it is shown";
+  }
 }
 
 TEST_F(Dispatch, ADocumentIsHeldOnceHoweverItIsShown) {

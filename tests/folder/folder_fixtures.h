@@ -15,6 +15,7 @@
 #include "platform/headless/date_formatter.h"
 #include "platform/headless/headless_platform.h"
 #include "support/files.h"
+#include "support/privileges.h"
 
 namespace lumisk::test {
 
@@ -101,22 +102,5 @@ inline std::int64_t allocatedSizeOf(const std::filesystem::path& path) {
 inline constexpr auto kNamesOnly = std::filesystem::perms::owner_read |
                                    std::filesystem::perms::group_read |
                                    std::filesystem::perms::others_read;
-
-/// The rest of the test runs as a person whom permissions concern. A test that is run by root
-/// becomes nobody for a while; for everybody else nothing changes.
-class WithoutPrivileges {
- public:
-  WithoutPrivileges() {
-    if (geteuid() == 0) isLowered_ = seteuid(65534) == 0;
-  }
-  WithoutPrivileges(const WithoutPrivileges&) = delete;
-  WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
-  ~WithoutPrivileges() {
-    if (isLowered_ && seteuid(0) != 0) std::abort();
-  }
-
- private:
-  bool isLowered_ = false;
-};
 
 }  // namespace lumisk::test

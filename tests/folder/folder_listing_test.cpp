@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "folder/file_descriptor.h"
 #include "folder_fixtures.h"
+#include "platform/file_descriptor.h"
 
 namespace lumisk {
 namespace {
@@ -159,10 +159,15 @@ TEST(FolderListing, LinksAreFilesOfTheirOwn) {
   EXPECT_NE(itemNamed(listing, "loop").date, "—");
 }
 
-TEST(FolderListing, PipesAndDevicesAreListedWithoutBeingOpened) {
+TEST(FolderListing, PipesSocketsAndDevicesAreListedWithoutBeingOpened) {
   const TemporaryFolder folder;
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-  EXPECT_EQ(itemNamed(listed(folder.path()), "pipe").size, "0 B");
+  ASSERT_EQ(mknod((folder / "socket").c_str(), S_IFSOCK | 0600, 0), 0);
+  const FolderListing listing = listed(folder.path());
+  for (const char* name : {"pipe", "socket"}) {
+    EXPECT_EQ(itemNamed(listing, name).size, "0 B") << name;
+    EXPECT_FALSE(itemNamed(listing, name).isDirectory) << name;
+  }
   const FolderListing devices = listed("/dev");
   EXPECT_EQ(itemNamed(devices, "null").size, "0 B");
 }

@@ -14,8 +14,8 @@
 #include <thread>
 
 #include "deep_tree.h"
-#include "folder/file_descriptor.h"
 #include "folder_fixtures.h"
+#include "platform/file_descriptor.h"
 
 namespace lumisk {
 namespace {
@@ -180,6 +180,23 @@ TEST(FolderSize, ManyWalksAtOnce) {
     });
   }
   for (std::thread& caller : callers) caller.join();
+}
+
+TEST(FolderSize, BeyondFourGigabytes) {
+  const TemporaryFolder folder;
+  // Each name of a file counts, so a small file with many names makes a large folder.
+  constexpr std::int64_t kFileSize = std::int64_t{16} << 20;
+  constexpr int kNames = 300;
+  writeAll(folder / "0", std::string(kFileSize, 'x'));
+  for (int i = 1; i < kNames; ++i) {
+    std::filesystem::create_hard_link(folder / "0", folder / std::to_string(i));
+  }
+  const std::int64_t size = allocatedSizeOf(folder / "0");
+  ASSERT_GE(size, kFileSize);
+  for (const std::size_t threads : {1U, 4U}) {
+    EXPECT_EQ(allocatedSizeBelow(folder.path().native(), threads), kNames * size);
+  }
+  EXPECT_GT(kNames * size, std::int64_t{1} << 32);
 }
 
 TEST(FolderSize, SurvivesATreeThatIsRemovedMeanwhile) {

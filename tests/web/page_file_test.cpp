@@ -18,7 +18,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/descriptor.h"
+#include "platform/file_descriptor.h"
 #include "support/files.h"
 
 namespace lumisk {
@@ -210,8 +210,8 @@ TEST_F(PageFile, WhatAKilledWriterLeftBehindIsRemovedByTheNext) {
 TEST_F(PageFile, WhatALivingWriterIsWritingIsLeftToIt) {
   fs::create_directories(folder_);
   const fs::path name = folder_ / ".preview-5.tmp";
-  const Descriptor writer(::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
-  ASSERT_EQ(::flock(writer.number(), LOCK_EX), 0);
+  const FileDescriptor writer(::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+  ASSERT_EQ(::flock(writer.get(), LOCK_EX), 0);
   ASSERT_TRUE(write("page"));
   EXPECT_TRUE(fs::exists(name));
 }

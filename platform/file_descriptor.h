@@ -6,7 +6,7 @@
 
 namespace lumisk {
 
-/// Owns a file descriptor, or none.
+/// Owns a file descriptor, or none, and closes it.
 class FileDescriptor {
  public:
   FileDescriptor() = default;
@@ -23,7 +23,10 @@ class FileDescriptor {
   ~FileDescriptor() { reset(); }
 
   bool isOpen() const { return descriptor_ >= 0; }
+  /// Negative when there is none.
   int get() const { return descriptor_; }
+  /// Hands the descriptor over to the caller, who closes it.
+  int release() { return std::exchange(descriptor_, -1); }
   void reset() {
     if (isOpen()) close(std::exchange(descriptor_, -1));
   }
