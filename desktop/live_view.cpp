@@ -22,6 +22,15 @@ int entriesBehind(WebKitWebView* view) {
   return count;
 }
 
+/// The address of what the engine has taken up. The view's own URI is that of the latest request
+/// from the moment of the request, while the engine may still be committing an earlier one; the
+/// main resource is what came. Text that was handed over has no resource.
+const char* committedAddress(WebKitWebView* view) {
+  WebKitWebResource* const resource = webkit_web_view_get_main_resource(view);
+  return resource == nullptr ? webkit_web_view_get_uri(view)
+                             : webkit_web_resource_get_uri(resource);
+}
+
 /// Whether the engine, which may write an address in another form, means `awaited`: the number of
 /// the load tells, where there is one.
 bool isLoadOf(std::string_view uri, std::string_view awaited) {
@@ -106,7 +115,7 @@ void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpo
 }
 
 void LiveView::committed() {
-  const char* uri = webkit_web_view_get_uri(view());
+  const char* const uri = committedAddress(view());
   if (uri == nullptr) return;
   if (!awaited_.empty()) {
     if (!isLoadOf(uri, awaited_)) return;  // a late word of the load before

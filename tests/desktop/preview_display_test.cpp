@@ -287,6 +287,40 @@ TEST_F(PreviewTest, TheLastOfTenQuickRequestsWins) {
   EXPECT_EQ(preview->finishedLoads(), 1);
 }
 
+TEST_F(PreviewTest, AnEarlierDocumentNeverFinishesForTheNext) {
+  writeAll(folder_ / "first.md", "# First");
+  writeAll(folder_ / "second.md", "# Second");
+  ASSERT_TRUE(Preview(folder_ / "first.md").finishes()) << "warms a view up";
+  for (int delay = 0; delay < 100; delay += 5) {
+    SCOPED_TRACE(delay);
+    {
+      const Preview first(folder_ / "first.md");
+      runFor(delay);
+    }
+    Preview second(folder_ / "second.md");
+    ASSERT_TRUE(second.finishes());
+    EXPECT_EQ(evaluate(second.page(), "document.querySelector('h1').textContent"), "Second");
+    EXPECT_EQ(second.finishedLoads(), 1);
+  }
+}
+
+TEST_F(PreviewTest, WhereThePageFileCannotBeWrittenThePageIsHandedOver) {
+  const std::filesystem::path pages = std::filesystem::path(g_get_user_cache_dir()) / "LumiskHTML";
+  writeAll(folder_ / "first.md", "# First");
+  writeAll(folder_ / "second.md", "# Second");
+  ASSERT_TRUE(Preview(folder_ / "guide.md").finishes()) << "warms a view up";
+  std::filesystem::remove_all(pages);
+  writeAll(pages, "a file in the folder's place");
+  for (const char* name : {"first", "second"}) {
+    Preview preview(folder_ / (name + std::string(".md")));
+    EXPECT_TRUE(preview.finishes());
+    EXPECT_EQ(evaluate(preview.page(), "document.querySelector('h1').textContent.toLowerCase()"),
+              name);
+    EXPECT_EQ(evaluate(preview.page(), "typeof mermaid"), "object") << "the libraries are there";
+  }
+  std::filesystem::remove(pages);
+}
+
 TEST_F(PreviewTest, PagesCannotReadOtherFiles) {
   Preview preview(folder_ / "guide.md");
   ASSERT_TRUE(preview.finishes());
