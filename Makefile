@@ -50,7 +50,7 @@ format:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 lint:
-	@scripts/install-packages build test lint
+	@scripts/install-packages build test desktop desktop-test lint
 	@scripts/lint
 
 sanitize:

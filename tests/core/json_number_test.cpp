@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "json_testing.h"
+#include "random_json.h"
 
 namespace lumisk {
 namespace {

@@ -8,6 +8,7 @@
 
 #include "core/json_block.h"
 #include "json_testing.h"
+#include "random_json.h"
 
 namespace lumisk::json {
 namespace {

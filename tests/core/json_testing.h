@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <random>
 #include <string>
 #include <string_view>
 
@@ -20,11 +19,5 @@ std::optional<std::string> naiveFormattedJson(std::string_view text);
 /// A second, slow implementation of `json::writeShortestDecimal`, for literals with fraction or
 /// exponent: tries every number of digits. The literal itself when it is to be kept.
 std::string naiveShortestDecimal(std::string_view literal);
-
-/// A document with all kinds of values, members, escapes, numbers and white space.
-std::string randomJson(std::mt19937& random);
-
-/// A number literal; every form and length occurs.
-std::string randomNumber(std::mt19937& random);
 
 }  // namespace lumisk::test

@@ -10,6 +10,7 @@
 #include "core/json_page.h"
 #include "core/output.h"
 #include "json_testing.h"
+#include "random_json.h"
 
 namespace lumisk {
 namespace {

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
 #include <string>
+#include <string_view>
 
 #include "core/code_page.h"
 #include "core/file_url.h"
@@ -13,6 +15,7 @@
 #include "core/source_page.h"
 #include "core/table_page.h"
 #include "support/files.h"
+#include "support/generated_text.h"
 
 namespace lumisk {
 namespace {
@@ -163,6 +166,24 @@ TEST(CodePage, InsertsFragmentAndBaseAsTheyAre) {
 }
 
 // Whatever the text, what stands around it is the same.
+TEST(CodePage, FrameDoesNotDependOnTheText) {
+  const FileURL folder = FileURL::fromPath("/x/");
+  const std::string frame = buildCodePage("", folder.absoluteString(), true);
+  const std::string opening = "<div id=\"content\">";
+  const std::size_t at = frame.find(opening) + opening.size();
+  std::mt19937 random(20261121);
+  for (const PageCase& row : kCases) {
+    SCOPED_TRACE(row.input + std::string(row.form));
+    for (std::size_t size = 0; size < 300; ++size) {
+      const std::string text =
+          randomText(random, std::string_view("ab1 \"\"',,:{}[]<>/&\t\r\n\n\0", 23), size);
+      const std::string page = row.build(text, folder.appendingPathComponent(row.input), true);
+      ASSERT_TRUE(page.starts_with(std::string_view(frame).substr(0, at))) << text;
+      ASSERT_TRUE(page.ends_with(std::string_view(frame).substr(at))) << text;
+    }
+  }
+}
+
 TEST(SourcePage, FrameDoesNotDependOnTheText) {
   const FileURL url = FileURL::fromPath("/x/a.txt");
   const std::string empty = buildSourceHTML("", url, "txt", false);
