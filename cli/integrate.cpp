@@ -125,8 +125,9 @@ std::string standing(std::string_view name, bool& isLumisk) {
     const bool isThere = access(file.program.c_str(), X_OK) == 0;
     const std::string what = isLumisk ? "Lumisk" : "another previewer";
     isLumisk = isLumisk && isThere;
-    return what + ", " + (file.program.empty() ? "no program" : file.program) +
-           (isThere ? "" : ", which is missing") + " (" + path + ")";
+    std::string line = what + ", " + (file.program.empty() ? "no program" : file.program);
+    if (!isThere) line += ", which is missing";
+    return line.append(" (").append(path).append(")");
   }
   return "no previewer";
 }

@@ -58,6 +58,7 @@ int becomePreviewer(const std::string& program, const char* command,
   std::vector<std::string> words = {program, command};
   words.insert(words.end(), rest.begin(), rest.end());
   std::vector<char*> argv;
+  argv.reserve(words.size() + 1);
   for (std::string& word : words) argv.push_back(word.data());
   argv.push_back(nullptr);
   execv(program.c_str(), argv.data());

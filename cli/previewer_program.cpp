@@ -25,7 +25,7 @@ std::optional<std::string> besideThisCommand() {
 }  // namespace
 
 std::optional<std::string> findPreviewer() {
-  const std::optional<std::string> beside = besideThisCommand();
+  std::optional<std::string> beside = besideThisCommand();
   if (beside && isProgram(*beside)) return beside;
   std::string installed = LUMISK_LIBEXEC "/" + std::string(kPreviewerProgram);
   if (isProgram(installed)) return installed;

@@ -44,7 +44,7 @@ class PortableBlock {
   static constexpr std::size_t kSize = 16;
 
   static PortableBlock load(const char* from) {
-    PortableBlock block;
+    PortableBlock block{};
     std::memcpy(block.bytes_.data(), from, kSize);
     return block;
   }

@@ -21,6 +21,7 @@ namespace lumisk::json {
 template <typename Block>
 class Formatter {
  public:
+  // NOLINTNEXTLINE(*-member-init): of the stack of brackets only what was written is read
   Formatter(Output& out, std::string_view text, const char* readableEnd)
       : stream_(out, text, readableEnd) {}
 

@@ -142,7 +142,7 @@ bool isShortest(const Decimal& decimal) {
 std::optional<Decimal> shortened(Decimal decimal) {
   if (std::abs(decimal.exponent) > 400) return std::nullopt;
   decimal.isNegative = false;
-  std::array<char, kMaxDecimalSize> text;
+  std::array<char, kMaxDecimalSize> text;  // NOLINT(*-member-init): written before it is read
   const char* const textEnd = writeScientific(decimal, text.data());
   double value = 0;
   const std::from_chars_result read = std::from_chars(text.data(), textEnd, value);

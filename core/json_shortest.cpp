@@ -62,7 +62,7 @@ bool isSurelyShortest(std::uint64_t digits, std::int64_t exponent) {
   const auto mantissa = static_cast<std::uint64_t>(product >> 75);
   const auto beyond = static_cast<std::int64_t>(static_cast<std::uint64_t>(product >> 21) &
                                                 static_cast<std::uint64_t>(kGap - 1));
-  const std::int64_t unit = static_cast<std::int64_t>((Uint128{power} << shift) >> 21);
+  const auto unit = static_cast<std::int64_t>((Uint128{power} << shift) >> 21);
 
   // Its double is below it or above it, by `offset`. No branch: one could not be predicted.
   const int isAbove = beyond > kHalfGap ? 1 : 0;

@@ -10,9 +10,9 @@ namespace lumisk {
 
 namespace {
 
-constexpr std::string_view kBlockStart = "<pre><code class=\"language-json\">";
+constexpr std::string_view kBlockStart = R"(<pre><code class="language-json">)";
 constexpr std::string_view kRecordStart =
-    "<pre style=\"margin-bottom: 8px;\"><code class=\"language-json\">";
+    R"(<pre style="margin-bottom: 8px;"><code class="language-json">)";
 constexpr std::string_view kBlockEnd = "</code></pre>";
 constexpr std::string_view kEmptyFile = "<p>Empty file.</p>";
 
