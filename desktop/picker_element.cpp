@@ -40,6 +40,7 @@ class PickerElement final : public NodeElement {
   ui::Node readBack() const override {
     ui::SegmentedPicker picker;
     picker.label = shown_.label;
+    picker.onSelect = shown_.onSelect;
     for (GtkWidget* button : buttons_) {
       const char* tag = gtk_widget_get_name(button);
       picker.segments.push_back({tag, gtk_button_get_label(GTK_BUTTON(button))});

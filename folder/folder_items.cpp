@@ -40,7 +40,7 @@ ui::View FolderItems::row(std::size_t index) const {
                                      ui::Text{.text = item.name,
                                               .font = {.size = kNameFontSize},
                                               .lineLimit = 1},
-                                     ui::Spacer{},
+                                     ui::Spacer{.minLength = 0},
                                      columnView(item.size, ui::FontDesign::Monospaced, kSizeWidth),
                                      columnView(item.date, ui::FontDesign::Default, kDateWidth)}})
       .with(ui::Padding{.edges = ui::Edges::Vertical, .length = kRowPadding});

@@ -43,7 +43,7 @@ ui::View FolderPreviewView::header() const {
                       .children = {iconView(state_->folderURL),
                                    titleView(state_->folderURL.lastPathComponent(),
                                              buildFolderSubtitle(*state_, platform_.get().strings)),
-                                   ui::Spacer{}}})
+                                   ui::Spacer{.minLength = 0}}})
       .with(ui::Padding{.length = kHeaderPadding})
       .with(ui::Background{.role = ui::BackgroundRole::Window, .extendsUnderSafeAreas = true});
 }

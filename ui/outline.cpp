@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,19 @@ std::string_view beginningOf(std::string_view text) {
   std::size_t length = kTextPrefix;
   while (length > kTextPrefix - kLongestCharacter && continuesCharacter(text[length])) --length;
   return text.substr(0, length);
+}
+
+// Tells texts of one length apart that are not printed whole: 64 bits of FNV-1a, which is the same
+// on every machine. It is for finding differences, not for keeping anybody from making equal ones.
+std::string digest(std::string_view text) {
+  constexpr std::uint64_t kOffset = 0xCBF29CE484222325;
+  constexpr std::uint64_t kPrime = 0x100000001B3;
+  std::uint64_t hash = kOffset;
+  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * kPrime;
+  std::string digits(16, '0');
+  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit, hash >>= 4)
+    *digit = "0123456789abcdef"[hash & 0xF];
+  return digits;
 }
 
 /// One line: a kind and words after it.
@@ -108,6 +122,7 @@ struct NodePrinter {
     line.kind("picker");
     if (!picker.label.empty()) line.field("label", inQuotes(picker.label));
     line.field("selection", inQuotes(picker.selection));
+    line.flag("on-select", picker.onSelect.isPresent());
   }
   void operator()(const List& list) const {
     line.kind("list");
@@ -120,7 +135,7 @@ struct NodePrinter {
   void operator()(const ProgressIndicator& /*indicator*/) const { line.kind("progress"); }
   void operator()(const WebPage& page) const {
     line.kind("webpage");
-    line.field("length", std::to_string(page.htmlContent.size()));
+    printLength(page.htmlContent.view());
     if (page.baseURL) line.field("base", inQuotes(page.baseURL->absoluteString()));
     line.flag("on-checkbox-toggle", page.onCheckboxToggle.isPresent());
     line.flag("on-load", page.onLoad.isPresent());
@@ -132,8 +147,13 @@ struct NodePrinter {
       line.word(inQuotes(text));
     } else {
       line.word(inQuotes(beginningOf(text)));
-      line.field("length", std::to_string(text.size()));
+      printLength(text);
     }
+  }
+  /// What stands for a text that is not there in full.
+  void printLength(std::string_view text) const {
+    line.field("length", std::to_string(text.size()));
+    if (!text.empty()) line.field("digest", digest(text));
   }
   void printFont(const Font& font) const {
     if (font.size != Font{}.size) {

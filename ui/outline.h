@@ -17,10 +17,12 @@ struct View;
 ///         text "Notes" font=headline
 ///         spacer
 ///       divider
-///       webpage length=2048 base="file:///home/ada/"
+///       webpage length=2048 digest=5d2c1f8a90e3b764 base="file:///home/ada/"
 ///
-/// Texts up to `kOutlineTextLimit` bytes stand there in full; of longer ones a beginning and the
-/// length in bytes. Web pages are stated by length and base. All rows of a list are printed.
+/// Everything that a layout states can be read here: what is not printed has its default, and views
+/// that differ in any field have different outlines. Texts up to `kOutlineTextLimit` bytes stand
+/// there in full; of longer ones, and of web pages, the length in bytes and a digest stand for the
+/// rest. All rows of a list are printed. Callbacks, which compare equal, are stated as present.
 std::string outline(const View& view);
 
 inline constexpr std::size_t kOutlineTextLimit = 256;

@@ -13,6 +13,7 @@
 #include "core/markdown_page.h"
 #include "core/source_page.h"
 #include "support/files.h"
+#include "support/outlines.h"
 #include "support/process.h"
 
 namespace lumisk {
@@ -49,8 +50,7 @@ class DescribeCommand : public testing::Test {
   void expectOutline(const ProcessResult& result, const char* name, std::size_t pageLength = 0) {
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_EQ(result.standardError, "");
-    std::string outline = result.standardOutput;
-    replaceAll(outline, "length=" + std::to_string(pageLength) + " ", "length=PAGE ");
+    std::string outline = test::withoutPageContent(result.standardOutput, pageLength);
     replaceAll(outline, folder_.path().string(), "{folder}");
     replaceAll(outline, "file://{folder}/", "file:///home/ada/notes/");
     const fs::path expected = fs::path(LUMISK_SOURCE) / "tests" / "expected";
@@ -107,10 +107,9 @@ TEST_F(DescribeCommand, ShowsEveryOtherFileAsOnePage) {
   writeAll(folder_ / "a.txt", "hello");
   const auto result = describe({"a.txt"});
   EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_EQ(result.standardOutput,
-            "webpage length=" +
-                std::to_string(buildSourceHTML("hello", urlOf("a.txt"), "txt", false).size()) +
-                " base=\"" + base() + "\"\n");
+  const std::size_t length = buildSourceHTML("hello", urlOf("a.txt"), "txt", false).size();
+  EXPECT_EQ(test::withoutPageContent(result.standardOutput, length),
+            "webpage length=PAGE base=\"" + base() + "\"\n");
 }
 
 TEST_F(DescribeCommand, ShowsAFolderWithItsListAndItsSize) {

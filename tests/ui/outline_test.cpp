@@ -71,6 +71,9 @@ TEST(Outline, StatesWhatDiffersFromTheDefault) {
             .isSelectable = true,
             .lineLimit = 1},
        R"(text "a" font=12 monospaced bold secondary selectable lines=1)"},
+      {"picker that reports",
+       SegmentedPicker{.selection = "a", .onSelect = [](const std::string&) {}},
+       R"(picker selection="a" on-select)"},
       {"image of a path", Image{.source = FileIcon{"/a \"b\""}, .isResizable = true},
        R"(image file="/a \"b\"" resizable)"},
       {"web page",
@@ -78,7 +81,7 @@ TEST(Outline, StatesWhatDiffersFromTheDefault) {
                .baseURL = FileURL::fromPath("/home/ada/a b/"),
                .onCheckboxToggle = [](std::int64_t, bool) {},
                .onLoad = [] {}},
-       R"(webpage length=9 base="file:///home/ada/a%20b/" on-checkbox-toggle on-load)"},
+       R"(webpage length=9 digest=2af7677882c30339 base="file:///home/ada/a%20b/" on-checkbox-toggle on-load)"},
   });
 }
 
@@ -145,10 +148,11 @@ TEST(Outline, ATreeIsOneNodeALineTwoBlanksALevel) {
 )");
 }
 
-TEST(Outline, TextsAreWholeUpToTheLimitThenABeginningAndTheLength) {
+TEST(Outline, TextsAreWholeUpToTheLimitThenABeginningTheLengthAndADigest) {
   const std::string longest(kOutlineTextLimit, 'x');
   EXPECT_EQ(outline(text(longest)), "text \"" + longest + "\"\n");
-  EXPECT_EQ(outline(text(longest + "y")), "text \"" + std::string(64, 'x') + "\" length=257\n");
+  EXPECT_EQ(outline(text(longest + "y")),
+            "text \"" + std::string(64, 'x') + "\" length=257 digest=9bfbd42e3054d154\n");
 }
 
 TEST(Outline, TheBeginningOfALongTextEndsBetweenCharacters) {

@@ -31,7 +31,8 @@ std::string loadOf(const TemporaryFolder& folder) {
 TEST(HTMLPreviewView, ItsBodyIsOneWebPage) {
   const HTMLPreviewView view{.htmlContent = "<p></p>", .baseURL = kNotes, .onLoad = [] {}};
   EXPECT_EQ(ui::outline(view.body()),
-            "webpage length=7 base=\"file:///home/ada/notes/\" on-load\n");
+            "webpage length=7 digest=c009b4b77c4bd716 "
+            "base=\"file:///home/ada/notes/\" on-load\n");
   const auto page = std::get<ui::WebPage>(view.body().node);
   EXPECT_EQ(htmlPreviewView(page).body(), view.body());
 }
