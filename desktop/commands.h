@@ -5,6 +5,8 @@
 #include <optional>
 #include <span>
 
+#include "desktop/texts.h"
+
 namespace lumisk::desktop {
 
 /// What a person can tell the panel to do. One table gives each its keys, its place in the menu and
@@ -40,8 +42,8 @@ enum class CommandGroup { General, Document, View, Scrolling };
 struct CommandRow {
   Command command;
   CommandGroup group;
-  const char* action;        ///< its name as an action
-  const char* title;         ///< in English
+  const char* action;  ///< its name as an action
+  TextKey title;
   const char* accelerators;  ///< in the toolkit's notation, separated by blanks
 };
 

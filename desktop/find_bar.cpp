@@ -1,5 +1,6 @@
 #include "desktop/find_bar.h"
 
+#include "desktop/accessible_name.h"
 #include "desktop/texts.h"
 
 namespace lumisk::desktop {
@@ -13,9 +14,9 @@ constexpr unsigned kNoLimit = G_MAXUINT;
 /// Matches to count before other work gets its turn.
 constexpr int kMatchesAPiece = 200;
 
-GtkWidget* newStepButton(const char* icon, const char* tooltip) {
+GtkWidget* newStepButton(const char* icon, TextKey tooltip) {
   GtkWidget* button = gtk_button_new_from_icon_name(icon);
-  gtk_widget_set_tooltip_text(button, tr(tooltip));
+  setTooltipAndName(button, tr(tooltip));
   return button;
 }
 
@@ -35,8 +36,7 @@ void FindBar::buildBar() {
   GtkWidget* box = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 6);
   entry_ = gtk_search_entry_new();
   gtk_widget_set_size_request(entry_, 240, -1);
-  gtk_accessible_update_property(GTK_ACCESSIBLE(entry_), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                 tr("Find in the document"), -1);
+  setAccessibleName(entry_, tr("find.entry"));
   count_ = gtk_label_new(nullptr);
   gtk_label_set_width_chars(GTK_LABEL(count_), 12);
   gtk_label_set_xalign(GTK_LABEL(count_), 0);
@@ -44,8 +44,8 @@ void FindBar::buildBar() {
   gtk_widget_add_css_class(count_, "find-count");
   GtkWidget* steps = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 0);
   gtk_widget_add_css_class(steps, "linked");
-  GtkWidget* previous = newStepButton("go-up-symbolic", "Find Previous");
-  GtkWidget* next = newStepButton("go-down-symbolic", "Find Next");
+  GtkWidget* previous = newStepButton("go-up-symbolic", "command.find-previous");
+  GtkWidget* next = newStepButton("go-down-symbolic", "command.find-next");
   gtk_box_append(GTK_BOX(steps), previous);
   gtk_box_append(GTK_BOX(steps), next);
   gtk_box_append(GTK_BOX(box), entry_);
@@ -157,12 +157,7 @@ bool FindBar::countPieceOfText() {
 }
 
 void FindBar::showCount(unsigned count) {
-  std::string text = tr("No matches");
-  if (count > 0) {
-    text = g_dngettext("lumisk", "%u match", "%u matches", count);
-    const std::size_t slot = text.find("%u");
-    if (slot != std::string::npos) text.replace(slot, 2, std::to_string(count));
-  }
+  const std::string text = count > 0 ? trCount("find.count", count) : tr("find.none");
   gtk_label_set_text(GTK_LABEL(count_), text.c_str());
 }
 

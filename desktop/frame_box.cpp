@@ -29,6 +29,14 @@ FrameBox* asBox(gpointer widget) { return static_cast<FrameBox*>(widget); }
 
 int pixels(double length) { return static_cast<int>(std::lround(length)); }
 
+/// How much larger than usual the person has texts.
+double textScale(GtkWidget* widget) {
+  constexpr double kUsual = 96 * 1024;  // 1024ths of dots per inch
+  int resolution = -1;
+  g_object_get(gtk_widget_get_settings(widget), "gtk-xft-dpi", &resolution, nullptr);
+  return resolution > 0 ? resolution / kUsual : 1;
+}
+
 /// Both sides together.
 int paddingAlong(const Settings& settings, GtkOrientation orientation) {
   if (!settings.padding) return 0;
@@ -38,11 +46,13 @@ int paddingAlong(const Settings& settings, GtkOrientation orientation) {
   return along ? 2 * pixels(settings.padding->length) : 0;
 }
 
-std::optional<int> fixedLength(const Settings& settings, GtkOrientation orientation) {
-  if (!settings.frame) return std::nullopt;
-  const auto& length =
-      orientation == GTK_ORIENTATION_HORIZONTAL ? settings.frame->width : settings.frame->height;
-  return length ? std::optional(pixels(*length)) : std::nullopt;
+/// A frame around a text grows with it: a column stays as wide as what it is to hold.
+std::optional<int> fixedLength(const FrameBox& box, GtkOrientation orientation) {
+  const auto& frame = box.settings->frame;
+  if (!frame) return std::nullopt;
+  const auto& length = orientation == GTK_ORIENTATION_HORIZONTAL ? frame->width : frame->height;
+  if (!length) return std::nullopt;
+  return pixels(GTK_IS_LABEL(box.child) ? *length * textScale(box.child) : *length);
 }
 
 bool childFills(const FrameBox& box, GtkOrientation orientation) {
@@ -77,7 +87,7 @@ void measure(GtkWidget* widget, GtkOrientation orientation, int forSize, int* mi
   const FrameBox& box = *asBox(widget);
   const Settings& settings = *box.settings;
   *minimumBaseline = *naturalBaseline = -1;
-  if (const auto fixed = fixedLength(settings, orientation)) {
+  if (const auto fixed = fixedLength(box, orientation)) {
     *minimum = *natural = *fixed;
     return;
   }

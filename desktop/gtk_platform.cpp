@@ -77,10 +77,10 @@ std::optional<std::string> DesktopCachesDirectory::path() const {
   return ownFolder_.empty() ? std::string("/nonexistent") : ownFolder_;
 }
 
-GtkPlatform::GtkPlatform()
-    : collation_(makeIcuCollation()), platform_{mainQueue_,     backgroundQueue_,     appearance_,
-                                                strings_,       makeIcuDateFormatter, *collation_,
-                                                icons_,         hiddenNames_,         caches_,
-                                                standardOutput_} {}
+GtkPlatform::GtkPlatform(const std::string& localeFolder)
+    : strings_("", localeFolder),
+      collation_(makeIcuCollation()),
+      platform_{mainQueue_,  backgroundQueue_, appearance_,  strings_, makeIcuDateFormatter,
+                *collation_, icons_,           hiddenNames_, caches_,  standardOutput_} {}
 
 }  // namespace lumisk::desktop

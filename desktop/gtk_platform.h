@@ -78,7 +78,8 @@ std::unique_ptr<Collation> makeIcuCollation();
 
 class GtkPlatform {
  public:
-  GtkPlatform();
+  /// `localeFolder` holds the message catalogues; empty: where the program was to be installed.
+  explicit GtkPlatform(const std::string& localeFolder = {});
   GtkPlatform(const GtkPlatform&) = delete;
   GtkPlatform& operator=(const GtkPlatform&) = delete;
 

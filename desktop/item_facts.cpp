@@ -22,7 +22,7 @@ std::string takeText(char* text) {
 }
 
 /// "Modified 21 Nov 2026, 14:05", or nothing where the file system does not tell.
-std::string dateText(GFileInfo* info, const char* attribute, const char* format,
+std::string dateText(GFileInfo* info, const char* attribute, TextKey format,
                      const Platform& platform) {
   const guint64 seconds = g_file_info_get_attribute_uint64(info, attribute);
   if (seconds == 0) return {};
@@ -64,23 +64,24 @@ ItemFacts readItemFacts(const FileURL& url, const Platform& platform) {
                    takeText(g_format_size(static_cast<guint64>(g_file_info_get_size(info.get()))));
   addIfAny(facts.details, kindAndSize);
   addIfAny(facts.details,
-           dateText(info.get(), G_FILE_ATTRIBUTE_TIME_CREATED, "Created %s", platform));
+           dateText(info.get(), G_FILE_ATTRIBUTE_TIME_CREATED, "item.created", platform));
   addIfAny(facts.details,
-           dateText(info.get(), G_FILE_ATTRIBUTE_TIME_MODIFIED, "Modified %s", platform));
+           dateText(info.get(), G_FILE_ATTRIBUTE_TIME_MODIFIED, "item.modified", platform));
   return facts;
 }
 
 std::string failureSentence(const ErrorRecord& error, const ItemFacts& facts) {
   const bool isNoText = error.domain == kLumiskErrorDomain;
+  const bool isNoFile = error.code == ENOTSUP && !isNoText;  // a pipe, a device
   const bool isKnownKind =
       !facts.kind.empty() && !g_content_type_is_unknown(facts.contentType.c_str());
+  if (isNoFile && isKnownKind) return trWith("item.no-preview", facts.kind);
   if (isNoText && isKnownKind && !g_content_type_is_a(facts.contentType.c_str(), "text/plain"))
-    return trWith("Files of the kind “%s” have no preview.", facts.kind);
-  if (isNoText) return tr("This file cannot be read as text.");
-  if (error.code == ENOENT) return tr("This item is no longer there.");
-  if (error.code == EACCES || error.code == EPERM)
-    return tr("You are not allowed to read this item.");
-  return displayLine(error.localizedDescription);
+    return trWith("item.no-preview", facts.kind);
+  if (isNoText) return tr("item.not-text");
+  if (error.code == ENOENT) return tr("item.gone");
+  if (error.code == EACCES || error.code == EPERM) return tr("item.forbidden");
+  return trWith("item.unreadable", displayLine(error.localizedDescription));
 }
 
 }  // namespace lumisk::desktop

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "desktop/accessible_name.h"
 #include "desktop/display_text.h"
 #include "desktop/node_elements.h"
 #include "desktop/texts.h"
@@ -15,6 +16,9 @@ namespace {
 
 constexpr int kUsualSpacerLength = 8;
 constexpr int kSpinnerSize = 32;
+/// A point of a layout is one of 96 to the inch, the desktop's one of 72. Given in the latter,
+/// sizes follow the person's text scaling, at once when it changes.
+constexpr double kDesktopPointsPerPoint = 0.75;
 
 struct StyleClass {
   ui::TextStyle style;
@@ -81,8 +85,8 @@ class TextElement final : public NodeElement {
     setClass(label_.get(), "monospace", font.design == ui::FontDesign::Monospaced);
     PangoAttrList* attributes = pango_attr_list_new();
     if (const auto* size = std::get_if<double>(&font.size))
-      pango_attr_list_insert(attributes, pango_attr_size_new_absolute(
-                                             static_cast<int>(std::lround(*size * PANGO_SCALE))));
+      pango_attr_list_insert(attributes, pango_attr_size_new(static_cast<int>(std::lround(
+                                             *size * kDesktopPointsPerPoint * PANGO_SCALE))));
     if (font.weight == ui::FontWeight::Bold)
       pango_attr_list_insert(attributes, pango_attr_weight_new(PANGO_WEIGHT_BOLD));
     gtk_label_set_attributes(label(), attributes);
@@ -96,8 +100,9 @@ class TextElement final : public NodeElement {
     if (gtk_widget_has_css_class(label_.get(), "monospace"))
       font.design = ui::FontDesign::Monospaced;
     PangoAttrIterator* first = pango_attr_list_get_iterator(gtk_label_get_attributes(label()));
-    if (PangoAttribute* size = pango_attr_iterator_get(first, PANGO_ATTR_ABSOLUTE_SIZE))
-      font.size = static_cast<double>(pango_attribute_as_size(size)->size) / PANGO_SCALE;
+    if (PangoAttribute* size = pango_attr_iterator_get(first, PANGO_ATTR_SIZE))
+      font.size = static_cast<double>(pango_attribute_as_int(size)->value) /
+                  (kDesktopPointsPerPoint * PANGO_SCALE);
     if (pango_attr_iterator_get(first, PANGO_ATTR_WEIGHT) != nullptr)
       font.weight = ui::FontWeight::Bold;
     pango_attr_iterator_destroy(first);
@@ -206,8 +211,7 @@ class ProgressElement final : public NodeElement {
   ProgressElement() : spinner_(GRef<GtkWidget>::retain(gtk_spinner_new())) {
     gtk_widget_set_size_request(spinner_.get(), kSpinnerSize, kSpinnerSize);
     gtk_spinner_start(GTK_SPINNER(spinner_.get()));
-    gtk_accessible_update_property(GTK_ACCESSIBLE(spinner_.get()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                   tr("Loading"), -1);
+    setAccessibleName(spinner_.get(), tr("panel.loading"));
     // It lies over the page: what is under it keeps its clicks.
     gtk_widget_set_can_target(spinner_.get(), FALSE);
   }

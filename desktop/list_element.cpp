@@ -1,10 +1,14 @@
 #include <gtk/gtk.h>
 
 #include <map>
+#include <string>
 #include <utility>
 
+#include "desktop/accessible_name.h"
+#include "desktop/display_text.h"
 #include "desktop/node_elements.h"
 #include "desktop/row_model.h"
+#include "desktop/texts.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -20,6 +24,19 @@ class ReadRows final : public ui::RowSource {
   std::vector<ui::View> rows_;
 };
 
+/// All texts of a row, from the leading edge on: what a screen reader says of it.
+std::string wordsOf(const ui::View& row) {
+  if (const auto* text = std::get_if<ui::Text>(&row.node)) return displayLine(text->text.view());
+  std::string words;
+  if (const auto* stack = std::get_if<ui::HStack>(&row.node)) {
+    for (const ui::View& child : stack->children) {
+      const std::string more = wordsOf(child);
+      if (!more.empty()) words += (words.empty() ? "" : ", ") + more;
+    }
+  }
+  return words;
+}
+
 /// Scrolling rows, of which only those on screen have widgets: a row that leaves lends its widgets
 /// to one that enters.
 class ListElement final : public NodeElement {
@@ -31,6 +48,7 @@ class ListElement final : public NodeElement {
     g_signal_connect(factory, "teardown", G_CALLBACK(&ListElement::tearDown), this);
     list_ = GRef<GtkWidget>::retain(gtk_list_view_new(nullptr, factory));
     gtk_widget_add_css_class(list_.get(), "plain-rows");
+    setAccessibleName(list_.get(), tr("panel.list"));
     scrolled_ = GRef<GtkWidget>::retain(gtk_scrolled_window_new());
     gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(scrolled_.get()), list_.get());
     gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scrolled_.get()), GTK_POLICY_NEVER,
@@ -83,8 +101,11 @@ class ListElement final : public NodeElement {
     auto* list = static_cast<ListElement*>(self);
     const std::size_t position = rowPosition(gtk_list_item_get_item(item));
     std::unique_ptr<Element>& element = list->elements_[item];
-    if (show(element, list->shown_.rows->row(position), Axis::None, list->context_))
+    const ui::View row = list->shown_.rows->row(position);
+    if (show(element, row, Axis::None, list->context_))
       gtk_list_item_set_child(item, element->widget());
+    // The toolkit's own widget of the row has no name of its own.
+    setAccessibleName(gtk_widget_get_parent(element->widget()), wordsOf(row).c_str());
   }
 
   static void tearDown(GtkSignalListItemFactory*, GtkListItem* item, gpointer self) {

@@ -20,8 +20,10 @@ constexpr int kExitUsage = 2;
 EngineFiles findEngineFiles() {
   std::error_code error;
   const auto program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-  return {(program / LUMISK_EXTENSION_PATH).lexically_normal().string(),
-          (program / LUMISK_STORE_PATH).lexically_normal().string()};
+  const auto below = [&](const char* path) { return (program / path).lexically_normal().string(); };
+  const std::string locale = below(LUMISK_LOCALE_PATH);
+  return {below(LUMISK_EXTENSION_PATH), below(LUMISK_STORE_PATH),
+          std::filesystem::is_directory(locale, error) ? locale : std::string()};
 }
 
 int complain(int status, const char* sentence) {

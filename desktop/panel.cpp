@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/accessible_name.h"
 #include "desktop/default_application.h"
 #include "desktop/document_control.h"
 #include "desktop/panel_menu.h"
@@ -56,7 +57,7 @@ GtkWidget* Panel::buildHeader() {
   title_ = adw_window_title_new("", "");
   adw_header_bar_set_title_widget(ADW_HEADER_BAR(header), title_);
   backButton_ = gtk_button_new_from_icon_name("go-previous-symbolic");
-  gtk_widget_set_tooltip_text(backButton_, tr("Back"));
+  setTooltipAndName(backButton_, tr("panel.back"));
   gtk_widget_set_visible(backButton_, FALSE);
   openButton_ = gtk_button_new();
   GtkWidget* openLabel = gtk_label_new(nullptr);
@@ -157,9 +158,9 @@ void Panel::updateHeader() {
   const GRef<GAppInfo> application = defaultApplication(facts_.contentType);
   gtk_widget_set_visible(openButton_, static_cast<bool>(application));
   if (application) {
-    const std::string label = trWith("Open With %s", g_app_info_get_name(application.get()));
+    const std::string label = trWith("panel.open-with", g_app_info_get_name(application.get()));
     gtk_label_set_text(GTK_LABEL(gtk_button_get_child(GTK_BUTTON(openButton_))), label.c_str());
-    gtk_widget_set_tooltip_text(openButton_, label.c_str());
+    setTooltipAndName(openButton_, label.c_str());
   }
   gtk_widget_set_visible(backButton_, webViews_.canGoBack());
   adw_window_title_set_title(ADW_WINDOW_TITLE(title_), facts_.name.c_str());
@@ -173,15 +174,12 @@ void Panel::showStatus(const ErrorRecord& error) {
 
 void Panel::showCrash() {
   dropContent();
-  GtkWidget* button = gtk_button_new_with_label(tr("Reload"));
+  GtkWidget* button = gtk_button_new_with_label(tr("command.reload"));
   gtk_widget_add_css_class(button, "pill");
   gtk_widget_add_css_class(button, "suggested-action");
   g_signal_connect_swapped(
       button, "clicked", G_CALLBACK(+[](Panel* panel) { panel->perform(Command::Reload); }), this);
-  setContent(statusPageNew({"dialog-warning-symbolic",
-                            tr("The Preview Stopped Working"),
-                            tr("The process that shows pages has ended unexpectedly."),
-                            {}},
+  setContent(statusPageNew({"dialog-warning-symbolic", tr("crash.title"), tr("crash.sentence"), {}},
                            button));
   updateHeader();
 }

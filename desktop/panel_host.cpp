@@ -26,19 +26,20 @@ SelectionDirection directionOf(SelectionStep step) {
 const char* sentenceOf(NoItemReason reason) {
   switch (reason) {
     case NoItemReason::BadAddress:
-      return tr("This address does not name a file.");
+      return tr("request.bad-address");
     case NoItemReason::NotLocal:
-      return tr("This item is not stored on this computer.");
+      return tr("request.not-local");
     case NoItemReason::Unreachable:
       break;
   }
-  return tr("This item cannot be reached.");
+  return tr("request.unreachable");
 }
 
 }  // namespace
 
 struct PanelHost::Parts {
-  explicit Parts(const EngineFiles& files) : engine(files), liveViews(engine) {}
+  explicit Parts(const EngineFiles& files)
+      : platform(files.localeFolder), engine(files), liveViews(engine) {}
 
   GtkPlatform platform;
   WebEngine engine;

@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 
+#include "desktop/accessible_name.h"
 #include "desktop/texts.h"
 
 namespace lumisk::desktop {
@@ -74,7 +75,9 @@ GtkWidget* menuButtonNew(GtkWidget* window, std::function<void(Command)> perform
   gtk_menu_button_set_icon_name(GTK_MENU_BUTTON(button), "open-menu-symbolic");
   gtk_menu_button_set_menu_model(GTK_MENU_BUTTON(button), G_MENU_MODEL(menu));
   gtk_menu_button_set_primary(GTK_MENU_BUTTON(button), TRUE);  // F10 opens it
-  gtk_widget_set_tooltip_text(button, tr("Menu"));
+  setTooltipAndName(button, tr("panel.menu"));
+  // It hands the focus to the button that it is made of.
+  setAccessibleName(gtk_widget_get_first_child(button), tr("panel.menu"));
   g_object_unref(menu);
   return button;
 }

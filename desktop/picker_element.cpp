@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "desktop/accessible_name.h"
 #include "desktop/display_text.h"
 #include "desktop/node_elements.h"
 #include "desktop/texts.h"
@@ -60,9 +61,8 @@ class PickerElement final : public NodeElement {
       buttons_.push_back(button);
     }
     // A group without a name says nothing to who cannot see what it stands over.
-    const std::string name = picker.label.empty() ? tr("View") : picker.label;
-    gtk_accessible_update_property(GTK_ACCESSIBLE(box_.get()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                   name.c_str(), -1);
+    const std::string name = picker.label.empty() ? tr("panel.modes") : picker.label;
+    setAccessibleName(box_.get(), name.c_str());
   }
 
   void showSelection(const ui::SegmentedPicker& picker) {

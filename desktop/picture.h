@@ -4,10 +4,17 @@
 
 #include <string>
 
+#include "desktop/gref.h"
+
 namespace lumisk::desktop {
 
-/// Writes what `widget`, which is on screen, shows at the moment as a PNG file. False when there is
-/// nothing to draw or the file cannot be written.
+/// What `widget`, which is on screen, shows at the moment; null when it shows nothing.
+GRef<GdkTexture> pictureOf(GtkWidget* widget);
+
+/// Writes what `widget` shows as a PNG file.
 bool writePicture(GtkWidget* widget, const std::string& path);
+
+/// Whether all pixels are alike, as on a page of which nothing has been drawn.
+bool isBlank(GdkTexture* picture);
 
 }  // namespace lumisk::desktop

@@ -10,12 +10,12 @@ namespace {
 
 struct GroupTitle {
   CommandGroup group;
-  const char* title;
+  TextKey title;
 };
-constexpr GroupTitle kGroups[] = {{CommandGroup::General, "General"},
-                                  {CommandGroup::Document, "Document"},
-                                  {CommandGroup::View, "View"},
-                                  {CommandGroup::Scrolling, "Scrolling"}};
+constexpr GroupTitle kGroups[] = {{CommandGroup::General, "group.general"},
+                                  {CommandGroup::Document, "group.document"},
+                                  {CommandGroup::View, "group.view"},
+                                  {CommandGroup::Scrolling, "group.scrolling"}};
 
 std::string escaped(const char* text) {
   char* safe = g_markup_escape_text(text, -1);

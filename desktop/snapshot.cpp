@@ -6,6 +6,7 @@
 
 #include "desktop/gtk_platform.h"
 #include "desktop/item_facts.h"
+#include "desktop/page_drawing.h"
 #include "desktop/picture.h"
 #include "desktop/presentation.h"
 #include "desktop/style.h"
@@ -21,21 +22,6 @@ constexpr unsigned kFolderCheckInterval = 50;  // milliseconds
 constexpr unsigned kFolderSizeWait = 10'000;   // milliseconds
 constexpr unsigned kTimeToDraw = 250;          // milliseconds
 
-/// A page is complete when its fonts are there and its diagrams are drawn, which happens after the
-/// load. A diagram with an error in it may never be.
-constexpr const char* kSettled = R"js(
-  const end = Date.now() + 3000;
-  await document.fonts.ready;
-  const isDrawn = (d) => d.querySelector('svg') !== null || d.textContent.trim() === '';
-  while (Date.now() < end && ![...document.querySelectorAll('div.mermaid')].every(isDrawn))
-    await new Promise((done) => setTimeout(done, 20));
-  // A page behind the document's source has no frames.
-  await new Promise((done) => {
-    setTimeout(done, 300);
-    requestAnimationFrame(() => requestAnimationFrame(done));
-  });
-)js";
-
 void complain(const std::string& sentence) {
   std::fprintf(stderr, "lumisk: %s\n", sentence.c_str());
 }
@@ -44,7 +30,11 @@ void complain(const std::string& sentence) {
 class Snapshot {
  public:
   Snapshot(const SnapshotRequest& request, const EngineFiles& files)
-      : request_(request), engine_(files), liveViews_(engine_), webViews_(liveViews_) {}
+      : request_(request),
+        platform_(files.localeFolder),
+        engine_(files),
+        liveViews_(engine_),
+        webViews_(liveViews_) {}
 
   int run() {
     const auto url = fileURLOfArgument(request_.path);
@@ -103,14 +93,7 @@ class Snapshot {
   void settlePage() {
     WebKitWebView* page = webViews_.latestView();
     if (page == nullptr) return drawSoon();
-    webkit_web_view_call_async_javascript_function(page, kSettled, -1, nullptr, "lumisk-host",
-                                                   nullptr, nullptr, &Snapshot::pageSettled, this);
-  }
-  static void pageSettled(GObject* page, GAsyncResult* result, gpointer self) {
-    JSCValue* value = webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(page),
-                                                                            result, nullptr);
-    if (value != nullptr) g_object_unref(value);
-    static_cast<Snapshot*>(self)->drawSoon();
+    drawing_.wait(page, [this] { drawSoon(); });
   }
 
   void drawSoon() {
@@ -131,6 +114,7 @@ class Snapshot {
   GtkWindow* window_ = nullptr;
   std::unique_ptr<Presentation> presentation_;
   GMainLoop* loop_ = g_main_loop_new(nullptr, FALSE);
+  PageDrawing drawing_;
   Deferred wait_;
   Deferred timeout_;
   int exitStatus_ = 1;

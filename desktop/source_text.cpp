@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "desktop/accessible_name.h"
 #include "desktop/display_text.h"
 #include "desktop/texts.h"
 
@@ -34,8 +35,10 @@ SourceText::SourceText() : view_(GRef<GtkWidget>::retain(gtk_text_view_new())) {
   gtk_text_view_set_wrap_mode(view, GTK_WRAP_WORD_CHAR);
   gtk_text_buffer_set_enable_undo(gtk_text_view_get_buffer(view), FALSE);
   gtk_widget_add_css_class(view_.get(), "source-text");
-  gtk_accessible_update_property(GTK_ACCESSIBLE(view_.get()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                 tr("Text of the document"), -1);
+  // A line without letters ("---") begins at the left, as it does in an editor; one in a script
+  // that runs from right to left still begins at the right.
+  gtk_widget_set_direction(view_.get(), GTK_TEXT_DIR_LTR);
+  setAccessibleName(view_.get(), tr("panel.source"));
 }
 
 SourceText::~SourceText() = default;

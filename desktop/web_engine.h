@@ -10,13 +10,15 @@
 
 namespace lumisk::desktop {
 
-/// Where the engine's own files lie. Either may be missing: pages then load their libraries from
-/// the network.
+/// Where the program's files lie. Any may be missing: pages then load their libraries from the
+/// network, and texts are in English.
 struct EngineFiles {
   /// The folder that holds the web-process extension and nothing else.
   std::string extensionFolder;
   /// The folder of the client libraries, with their manifest.
   std::string storeFolder;
+  /// The folder of the message catalogues; empty: where the program was to be installed.
+  std::string localeFolder = {};
 };
 
 /// What all web views of the program share: the web context with its web-process extension, the

@@ -2,7 +2,9 @@
 
 #include <adwaita.h>
 
+#include "desktop/accessible_name.h"
 #include "desktop/node_elements.h"
+#include "desktop/texts.h"
 
 namespace lumisk::desktop {
 
@@ -10,6 +12,7 @@ WebPageElement::WebPageElement(const ui::WebPage& page, RenderContext& context)
     : context_(context), page_(page), bin_(GRef<GtkWidget>::retain(adw_bin_new())) {
   context_.webViews.announce(page_.htmlContent);
   host_ = std::make_unique<PageHost>(page_, context_.webViews, context_.platform.caches);
+  setAccessibleName(webView().widget(), tr("panel.page"));
   adw_bin_set_child(ADW_BIN(bin_.get()), webView().widget());
 }
 

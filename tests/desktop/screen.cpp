@@ -83,7 +83,7 @@ void press(const std::string& keys) {
 
 Program& Program::shared() {
   // For the whole run: web processes end with the program.
-  static Program program({LUMISK_EXTENSION_FOLDER, LUMISK_STORE_FOLDER});
+  static Program program({LUMISK_EXTENSION_FOLDER, LUMISK_STORE_FOLDER, LUMISK_CATALOGUES});
   return program;
 }
 

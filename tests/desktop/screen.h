@@ -32,7 +32,8 @@ struct Program {
   desktop::WebEngine engine;
   desktop::LiveViews liveViews{engine};
 
-  explicit Program(const desktop::EngineFiles& files) : engine(files) {}
+  explicit Program(const desktop::EngineFiles& files)
+      : platform(files.localeFolder), engine(files) {}
   static Program& shared();
 };
 

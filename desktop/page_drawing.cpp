@@ -1,0 +1,94 @@
+#include "desktop/page_drawing.h"
+
+#include <utility>
+
+#include "desktop/picture.h"
+
+namespace lumisk::desktop {
+namespace {
+
+constexpr unsigned kLookInterval = 50;  // milliseconds
+constexpr unsigned kMostLooks = 400;
+
+/// A page is complete when its fonts are there and its diagrams are drawn, which happens after the
+/// load. A diagram with an error in it may never be, and a page that is not seen has no frames.
+constexpr const char* kSettled = R"js(
+  const end = Date.now() + 3000;
+  await document.fonts.ready;
+  const isDrawn = (d) => d.querySelector('svg') !== null || d.textContent.trim() === '';
+  while (Date.now() < end && ![...document.querySelectorAll('div.mermaid')].every(isDrawn))
+    await new Promise((done) => setTimeout(done, 20));
+  await new Promise((done) => {
+    if (!isSeen) return done();
+    setTimeout(done, 10000);
+    requestAnimationFrame(() => requestAnimationFrame(done));
+  });
+)js";
+
+/// Whether the widget and all that it is in can be seen through to.
+bool isSeen(GtkWidget* widget) {
+  for (; widget != nullptr; widget = gtk_widget_get_parent(widget))
+    if (gtk_widget_get_opacity(widget) <= 0) return false;
+  return true;
+}
+
+GVariant* settledArguments(bool isPageSeen) {
+  GVariantDict arguments;
+  g_variant_dict_init(&arguments, nullptr);
+  g_variant_dict_insert(&arguments, "isSeen", "b", isPageSeen);
+  return g_variant_dict_end(&arguments);
+}
+
+}  // namespace
+
+PageDrawing::~PageDrawing() { stop(); }
+
+void PageDrawing::stop() {
+  nextLook_.cancel();
+  g_cancellable_cancel(asking_.get());
+  asking_ = GRef<GCancellable>::adopt(g_cancellable_new());
+}
+
+void PageDrawing::wait(WebKitWebView* page, std::function<void()> drawn) {
+  stop();
+  page_ = GRef<WebKitWebView>::retain(page);
+  drawn_ = std::move(drawn);
+  webkit_web_view_call_async_javascript_function(
+      page, kSettled, -1, settledArguments(isSeen(GTK_WIDGET(page))), "lumisk-host", nullptr,
+      asking_.get(), &PageDrawing::scriptEnded, this);
+}
+
+void PageDrawing::scriptEnded(GObject* page, GAsyncResult* result, gpointer self) {
+  GError* error = nullptr;
+  JSCValue* value =
+      webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(page), result, &error);
+  const bool isCancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) == TRUE;
+  g_clear_error(&error);
+  if (value != nullptr) g_object_unref(value);
+  if (isCancelled) return;  // nobody waits any more
+  auto* drawing = static_cast<PageDrawing*>(self);
+  if (!isSeen(GTK_WIDGET(page))) return drawing->drawn_();
+  webkit_web_view_get_snapshot(drawing->page_.get(), WEBKIT_SNAPSHOT_REGION_VISIBLE,
+                               WEBKIT_SNAPSHOT_OPTIONS_TRANSPARENT_BACKGROUND,
+                               drawing->asking_.get(), &PageDrawing::pictureCame, self);
+}
+
+void PageDrawing::pictureCame(GObject* page, GAsyncResult* result, gpointer self) {
+  GError* error = nullptr;
+  const auto picture = GRef<GdkTexture>::adopt(
+      webkit_web_view_get_snapshot_finish(WEBKIT_WEB_VIEW(page), result, &error));
+  const bool isCancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) == TRUE;
+  g_clear_error(&error);
+  if (isCancelled) return;
+  auto* drawing = static_cast<PageDrawing*>(self);
+  const bool hasContent = picture && !isBlank(picture.get());
+  drawing->look(hasContent ? kMostLooks : 0);
+}
+
+void PageDrawing::look(unsigned times) {
+  const GRef<GdkTexture> shown = pictureOf(GTK_WIDGET(page_.get()));
+  if (times == 0 || (shown && !isBlank(shown.get()))) return drawn_();
+  nextLook_.after(kLookInterval, [this, times] { look(times - 1); });
+}
+
+}  // namespace lumisk::desktop

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <webkit/webkit.h>
+
+#include <functional>
+
+#include "desktop/gref.h"
+
+namespace lumisk::desktop {
+
+/// Waits until a page that has been loaded is drawn on screen.
+///
+/// A load has finished when the document has; its frames are made later, in another process, and
+/// reach the widget later still: on a busy machine seconds after a fresh view's first load. No
+/// event tells of that, so the engine is asked for a picture of the page, and the widget is looked
+/// at until it shows one too.
+class PageDrawing {
+ public:
+  PageDrawing() = default;
+  PageDrawing(const PageDrawing&) = delete;
+  PageDrawing& operator=(const PageDrawing&) = delete;
+  ~PageDrawing();
+
+  /// Calls `drawn` when the page is on screen, and in the end also when it never gets there. Forgets
+  /// an earlier page.
+  void wait(WebKitWebView* page, std::function<void()> drawn);
+
+ private:
+  static void scriptEnded(GObject* page, GAsyncResult* result, gpointer self);
+  static void pictureCame(GObject* page, GAsyncResult* result, gpointer self);
+  void look(unsigned times);
+  void stop();
+
+  GRef<WebKitWebView> page_;
+  std::function<void()> drawn_;
+  GRef<GCancellable> asking_ = GRef<GCancellable>::adopt(g_cancellable_new());
+  Deferred nextLook_;
+};
+
+}  // namespace lumisk::desktop
