@@ -101,7 +101,7 @@ class TextElement final : public NodeElement {
       font.design = ui::FontDesign::Monospaced;
     PangoAttrIterator* first = pango_attr_list_get_iterator(gtk_label_get_attributes(label()));
     if (PangoAttribute* size = pango_attr_iterator_get(first, PANGO_ATTR_SIZE))
-      font.size = static_cast<double>(pango_attribute_as_int(size)->value) /
+      font.size = static_cast<double>(pango_attribute_as_size(size)->size) /
                   (kDesktopPointsPerPoint * PANGO_SCALE);
     if (pango_attr_iterator_get(first, PANGO_ATTR_WEIGHT) != nullptr)
       font.weight = ui::FontWeight::Bold;

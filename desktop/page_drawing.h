@@ -21,8 +21,8 @@ class PageDrawing {
   PageDrawing& operator=(const PageDrawing&) = delete;
   ~PageDrawing();
 
-  /// Calls `drawn` when the page is on screen, and in the end also when it never gets there. Forgets
-  /// an earlier page.
+  /// Calls `drawn` when the page is on screen, and in the end also when it never gets there.
+  /// Forgets an earlier page.
   void wait(WebKitWebView* page, std::function<void()> drawn);
 
  private:

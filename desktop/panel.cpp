@@ -18,6 +18,16 @@ constexpr double kSmallestZoom = 0.3;
 constexpr double kLargestZoom = 5;
 constexpr int kLongestOpenLabel = 26;  // characters
 
+/// Only a long label is cut: where room is short, the title gives way first, which can be cut
+/// and still be known.
+void showOpenLabel(GtkLabel* label, const std::string& text) {
+  const bool isLong = g_utf8_strlen(text.c_str(), -1) > kLongestOpenLabel;
+  gtk_label_set_text(label, text.c_str());
+  gtk_label_set_ellipsize(label, isLong ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
+  gtk_label_set_width_chars(label, isLong ? kLongestOpenLabel : -1);
+  gtk_label_set_max_width_chars(label, isLong ? kLongestOpenLabel : -1);
+}
+
 }  // namespace
 
 Panel::Panel(const Platform& platform, LiveViews& liveViews)
@@ -60,10 +70,7 @@ GtkWidget* Panel::buildHeader() {
   setTooltipAndName(backButton_, tr("panel.back"));
   gtk_widget_set_visible(backButton_, FALSE);
   openButton_ = gtk_button_new();
-  GtkWidget* openLabel = gtk_label_new(nullptr);
-  gtk_label_set_ellipsize(GTK_LABEL(openLabel), PANGO_ELLIPSIZE_END);
-  gtk_label_set_max_width_chars(GTK_LABEL(openLabel), kLongestOpenLabel);
-  gtk_button_set_child(GTK_BUTTON(openButton_), openLabel);
+  gtk_button_set_child(GTK_BUTTON(openButton_), gtk_label_new(nullptr));
   gtk_widget_set_visible(openButton_, FALSE);
   adw_header_bar_pack_start(ADW_HEADER_BAR(header), backButton_);
   adw_header_bar_pack_end(
@@ -159,7 +166,7 @@ void Panel::updateHeader() {
   gtk_widget_set_visible(openButton_, static_cast<bool>(application));
   if (application) {
     const std::string label = trWith("panel.open-with", g_app_info_get_name(application.get()));
-    gtk_label_set_text(GTK_LABEL(gtk_button_get_child(GTK_BUTTON(openButton_))), label.c_str());
+    showOpenLabel(GTK_LABEL(gtk_button_get_child(GTK_BUTTON(openButton_))), label);
     setTooltipAndName(openButton_, label.c_str());
   }
   gtk_widget_set_visible(backButton_, webViews_.canGoBack());

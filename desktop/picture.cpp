@@ -19,9 +19,8 @@ GRef<GdkTexture> pictureOf(GtkWidget* widget) {
   return picture;
 }
 
-bool writePicture(GtkWidget* widget, const std::string& path) {
-  const GRef<GdkTexture> picture = pictureOf(widget);
-  return picture && gdk_texture_save_to_png(picture.get(), path.c_str()) == TRUE;
+bool writePicture(GdkTexture* picture, const std::string& path) {
+  return gdk_texture_save_to_png(picture, path.c_str()) == TRUE;
 }
 
 bool isBlank(GdkTexture* picture) {

@@ -8,11 +8,12 @@
 
 namespace lumisk::desktop {
 
-/// What `widget`, which is on screen, shows at the moment; null when it shows nothing.
+/// What `widget`, which is on screen, shows at the moment; null when it shows nothing, or waits to
+/// be laid out.
 GRef<GdkTexture> pictureOf(GtkWidget* widget);
 
-/// Writes what `widget` shows as a PNG file.
-bool writePicture(GtkWidget* widget, const std::string& path);
+/// Writes a PNG file.
+bool writePicture(GdkTexture* picture, const std::string& path);
 
 /// Whether all pixels are alike, as on a page of which nothing has been drawn.
 bool isBlank(GdkTexture* picture);

@@ -17,6 +17,9 @@ constexpr GroupTitle kGroups[] = {{CommandGroup::General, "group.general"},
                                   {CommandGroup::View, "group.view"},
                                   {CommandGroup::Scrolling, "group.scrolling"}};
 
+/// Two columns then hold them all, without pages to turn.
+constexpr const char* kRowsInAColumn = "16";
+
 std::string escaped(const char* text) {
   char* safe = g_markup_escape_text(text, -1);
   std::string result = safe;
@@ -45,7 +48,7 @@ std::string groupDefinition(const GroupTitle& group) {
 
 /// The toolkit of this version takes shortcuts from a definition in XML only.
 std::string windowDefinition() {
-  std::string groups = property("section-name", "panel") + property("max-height", "12");
+  std::string groups = property("section-name", "panel") + property("max-height", kRowsInAColumn);
   for (const GroupTitle& group : kGroups) groups += groupDefinition(group);
   return "<interface><object class=\"GtkShortcutsWindow\" id=\"window\">" + property("modal", "1") +
          object("GtkShortcutsSection", groups) + "</object></interface>";

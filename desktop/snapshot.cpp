@@ -21,6 +21,7 @@ constexpr unsigned kLongestWait = 60'000;      // milliseconds
 constexpr unsigned kFolderCheckInterval = 50;  // milliseconds
 constexpr unsigned kFolderSizeWait = 10'000;   // milliseconds
 constexpr unsigned kTimeToDraw = 250;          // milliseconds
+constexpr unsigned kMostDrawings = 20;
 
 void complain(const std::string& sentence) {
   std::fprintf(stderr, "lumisk: %s\n", sentence.c_str());
@@ -96,9 +97,12 @@ class Snapshot {
     drawing_.wait(page, [this] { drawSoon(); });
   }
 
-  void drawSoon() {
-    wait_.after(kTimeToDraw, [this] {
-      exitStatus_ = writePicture(presentation_->widget(), request_.output)
+  /// Widgets that are about to be laid out anew cannot be drawn at that moment.
+  void drawSoon(unsigned times = kMostDrawings) {
+    wait_.after(kTimeToDraw, [this, times] {
+      const GRef<GdkTexture> picture = pictureOf(presentation_->widget());
+      if (!picture && times > 0) return drawSoon(times - 1);
+      exitStatus_ = picture && writePicture(picture.get(), request_.output)
                         ? 0
                         : fail("cannot write " + request_.output);
       g_main_loop_quit(loop_);

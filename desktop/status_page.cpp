@@ -38,7 +38,9 @@ GtkWidget* statusPageNew(const StatusText& text, GtkWidget* button) {
   GtkWidget* icon = GTK_WIDGET(g_object_new(GTK_TYPE_IMAGE, "icon-name", text.iconName.c_str(),
                                             "pixel-size", kIconSize, "accessible-role",
                                             GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr));
-  gtk_widget_add_css_class(icon, "icon-dropshadow");
+  // A symbol of one colour would be the loudest thing in the window.
+  const bool isSymbol = text.iconName.ends_with("-symbolic");
+  gtk_widget_add_css_class(icon, isSymbol ? "dim-label" : "icon-dropshadow");
   gtk_box_append(GTK_BOX(box), icon);
   gtk_box_append(GTK_BOX(box), newLabel(text.title, "title-2"));
   gtk_box_append(GTK_BOX(box), newLabel(text.sentence, nullptr));

@@ -20,6 +20,10 @@ constexpr const char* kStyleSheet = R"css(
 .source-text > text {
   background-color: transparent;
 }
+/* What was found is to be seen although the focus is in the find bar. */
+.source-text > text > selection {
+  background-color: alpha(@accent_bg_color, 0.35);
+}
 listview.plain-rows {
   background-color: transparent;
 }

@@ -6,6 +6,7 @@
 
 #include <fstream>
 
+#include "desktop/page_drawing.h"
 #include "desktop/picture.h"
 #include "desktop/presentation.h"
 #include "desktop/style.h"
@@ -114,16 +115,20 @@ TEST_F(PreviewTest, TheWidgetsShowWhatTheViewSays) {
       ASSERT_TRUE(preview.finishes());
       EXPECT_EQ(preview.outlineOfWidgets(), preview.outlineOfView()) << "after the load";
       if (preview.page() != nullptr) {
-        // A first page is loaded well before its first frame is drawn.
-        evaluate(preview.page(),
-                 "requestAnimationFrame(() => requestAnimationFrame("
-                 "() => { window.isDrawn = true })), 1");
-        EXPECT_TRUE(runUntil([&] { return evaluate(preview.page(), "window.isDrawn") == "true"; }));
+        bool isDrawn = false;
+        desktop::PageDrawing drawing;
+        drawing.wait(preview.page(), [&] { isDrawn = true; });
+        EXPECT_TRUE(runUntil([&] { return isDrawn; }));
       }
       runFor(400);
-      EXPECT_TRUE(desktop::writePicture(
-          preview.presentation().widget(),
-          std::string(LUMISK_ARTEFACTS) + "/" + item + (isDark ? "-dark.png" : "-light.png")));
+      desktop::GRef<GdkTexture> picture;
+      ASSERT_TRUE(runUntil([&] {
+        picture = desktop::pictureOf(preview.presentation().widget());
+        return static_cast<bool>(picture);
+      }));
+      EXPECT_TRUE(desktop::writePicture(picture.get(), std::string(LUMISK_ARTEFACTS) + "/" + item +
+                                                           (isDark ? "-dark.png" : "-light.png")));
+      EXPECT_FALSE(desktop::isBlank(picture.get()));
     }
   }
 }
