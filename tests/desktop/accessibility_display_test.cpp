@@ -68,6 +68,9 @@ TEST(Accessibility, AlsoInTheFindBarTheSourceAndWhereALinkLed) {
   ASSERT_TRUE(panel->presentation()->selectMode("source"));
   runFor(100);
   expectNames(panel.root());
+  ASSERT_TRUE(panel->presentation()->selectMode("rendered"));
+  ASSERT_TRUE(panel.followLink());
+  expectNames(panel.root());
 }
 
 TEST(Accessibility, TheModesAreAGroupOfRadioButtons) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "panel_on_screen.h"
 #include "ui/outline.h"
 
@@ -140,6 +142,22 @@ TEST(Layout, SizesInPointsAreThoseOfTheUsualScreen) {
   EXPECT_EQ(pango_font_description_get_size(font), 13 * PANGO_SCALE * 72 / 96);
   pango_font_description_free(font);
   pango_attr_iterator_destroy(first);
+}
+
+TEST(Layout, PagesFollowThePersonsTextScaling) {
+  const ItemsToShow items;
+  PanelOnScreen panel;
+  ASSERT_TRUE(panel.open(items / "main.cpp"));
+  // All of the page grows, so that less of it fits beside one another.
+  const auto pageWidth = [&] {
+    return std::stod(evaluate(panel->webViews().latestView(), "window.innerWidth"));
+  };
+  const double before = pageWidth();
+  {
+    const ScopedTextScale scale(2);
+    EXPECT_TRUE(runUntil([&] { return std::abs(pageWidth() - before / 2) <= 1; }));
+  }
+  EXPECT_TRUE(runUntil([&] { return pageWidth() == before; }));
 }
 
 TEST(Layout, AnEmptyFoldersHeaderStandsWhereAFullOnesDoes) {

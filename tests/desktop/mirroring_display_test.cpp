@@ -98,6 +98,11 @@ TEST(Mirroring, AlsoTheFindBar) {
   });
 }
 
+TEST(Mirroring, AlsoTheWayBack) {
+  const ItemsToShow items;
+  expectMirrored(items / "guide.md", [](PanelOnScreen& panel) { EXPECT_TRUE(panel.followLink()); });
+}
+
 TEST(Mirroring, AlsoADateThatTakesTwoLines) {
   // Each line of it ends at the trailing edge.
   const auto spansOf = [](GtkTextDirection direction, const char* date) {

@@ -58,6 +58,14 @@ class PanelOnScreen {
     return isThere;
   }
 
+  /// Clicks the first link of the page, which leads to another.
+  bool followLink() {
+    evaluate(panel_->webViews().latestView(), "document.querySelector('a').click()");
+    const bool hasLeft = runUntil([&] { return panel_->webViews().canGoBack(); });
+    runFor(300);
+    return hasLeft;
+  }
+
   desktop::Panel* operator->() { return panel_.get(); }
   GtkWindow* window() { return panel_->window(); }
   GtkWidget* root() { return GTK_WIDGET(window()); }
@@ -78,7 +86,9 @@ class PanelOnScreen {
 class ItemsToShow {
  public:
   ItemsToShow() {
-    writeAll(folder_ / "guide.md", "# Guide\n\nSome text, and more text.\n\n```c\nint a;\n```\n");
+    writeAll(folder_ / "guide.md",
+             "# Guide\n\nSome text, and more text.\n\n[next](next.html)\n\n```c\nint a;\n```\n");
+    writeAll(folder_ / "next.html", "<title>Next</title><p>next</p>");
     writeAll(folder_ / "data.json", "{\"a\": [1, 2]}");
     writeAll(folder_ / "table.csv", "Name,Year\nAda,1815\n");
     writeAll(folder_ / "main.cpp", "int main() {}\n");

@@ -76,6 +76,12 @@ TEST_P(PanelPictures, OfTheSourceAndTheFindBar) {
   expectPicture("source");
 }
 
+TEST_P(PanelPictures, OfTheWayBack) {
+  ASSERT_TRUE(panel_.open(items_ / "guide.md"));
+  ASSERT_TRUE(panel_.followLink());
+  expectPicture("back");
+}
+
 TEST_P(PanelPictures, OfTheCalmPages) {
   panel_->showUnavailable("mtp://phone/notes/guide.md", desktop::tr("request.not-local"));
   runFor(300);

@@ -92,6 +92,9 @@ TEST_F(InGerman, NoWordIsLeftInEnglish) {
     runFor(300);
     expectGerman(panel, {name});
   }
+  ASSERT_TRUE(panel.open(items / "guide.md"));
+  ASSERT_TRUE(panel.followLink());
+  expectGerman(panel, {"guide.md"});
 }
 
 TEST_F(InGerman, NeitherOnACalmPage) {
