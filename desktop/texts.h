@@ -9,8 +9,8 @@ namespace lumisk::desktop {
 /// One of the panel's own texts: its key in the catalogues and how it reads in English, which needs
 /// no catalogue.
 struct PanelText {
-  const char* key;
-  const char* singular;
+  const char* key = "";
+  const char* singular = "";
   const char* plural = nullptr;  ///< only where a number decides the form
 };
 

@@ -112,7 +112,8 @@ TEST_F(MarkdownDualPreview, AnEmptyDocumentIsAnEmptyPaddedText) {
                          "frame(max-width=infinity alignment=leading) padding=16\n"),
             std::string::npos)
       << outline;
-  EXPECT_NE(outline.find("webpage length=4 digest=038b2a0deba58916 on-load\n"), std::string::npos) << outline;
+  EXPECT_NE(outline.find("webpage length=4 digest=038b2a0deba58916 on-load\n"), std::string::npos)
+      << outline;
 }
 
 TEST_F(MarkdownDualPreview, TheSourceIsShownAsItStands) {
