@@ -1,6 +1,7 @@
 #include "desktop/find_bar.h"
 
 #include "desktop/accessible_name.h"
+#include "desktop/text_search.h"
 #include "desktop/texts.h"
 
 namespace lumisk::desktop {
@@ -8,10 +9,9 @@ namespace {
 
 constexpr auto kPageOptions = static_cast<WebKitFindOptions>(WEBKIT_FIND_OPTIONS_CASE_INSENSITIVE |
                                                              WEBKIT_FIND_OPTIONS_WRAP_AROUND);
-constexpr auto kTextOptions =
-    static_cast<GtkTextSearchFlags>(GTK_TEXT_SEARCH_CASE_INSENSITIVE | GTK_TEXT_SEARCH_TEXT_ONLY);
 constexpr unsigned kNoLimit = G_MAXUINT;
-/// Matches to count before other work gets its turn.
+/// How much to look through, and how many matches to count, before other work gets its turn.
+constexpr int kCharactersAPiece = 16 * 1024;
 constexpr int kMatchesAPiece = 200;
 
 GtkWidget* newStepButton(const char* icon, TextKey tooltip) {
@@ -141,15 +141,16 @@ bool FindBar::countPieceOfText() {
   const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
   GtkTextIter from;
   gtk_text_buffer_get_iter_at_mark(buffer, &from, countedUpTo_.get());
-  bool isMore = true;
-  for (int i = 0; i < kMatchesAPiece && isMore; ++i) {
-    GtkTextIter start;
-    GtkTextIter end;
-    isMore = gtk_text_iter_forward_search(&from, text, kTextOptions, &start, &end, nullptr) == TRUE;
-    if (!isMore) break;
-    ++matches_;
-    from = end;
+  GtkTextIter limit = from;
+  gtk_text_iter_forward_chars(&limit, kCharactersAPiece);
+  if (!gtk_text_iter_is_end(&limit)) gtk_text_iter_forward_line(&limit);
+  for (int i = 0; i < kMatchesAPiece; ++i) {
+    const auto match = findForward(from, text, &limit);
+    if (match) ++matches_;
+    from = match ? match->end : limit;
+    if (!match) break;
   }
+  const bool isMore = gtk_text_iter_is_end(&from) == FALSE;
   gtk_text_buffer_move_mark(buffer, countedUpTo_.get(), &from);
   if (!isMore) gtk_text_buffer_delete_mark(buffer, countedUpTo_.get());
   showCount(matches_);
@@ -179,23 +180,18 @@ void FindBar::step(Direction direction) {
 void FindBar::stepInText(GtkTextView* view, Direction direction) {
   GtkTextBuffer* buffer = gtk_text_view_get_buffer(view);
   const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
-  const bool isForward = direction == Direction::Forward;
-  const auto search = isForward ? gtk_text_iter_forward_search : gtk_text_iter_backward_search;
   GtkTextIter selectionStart;
   GtkTextIter selectionEnd;
-  gtk_text_buffer_get_selection_bounds(buffer, &selectionStart, &selectionEnd);
-  GtkTextIter from = isForward ? selectionEnd : selectionStart;
   GtkTextIter start;
   GtkTextIter end;
-  if (search(&from, text, kTextOptions, &start, &end, nullptr) == FALSE) {
-    if (isForward)
-      gtk_text_buffer_get_start_iter(buffer, &from);
-    else
-      gtk_text_buffer_get_end_iter(buffer, &from);
-    if (search(&from, text, kTextOptions, &start, &end, nullptr) == FALSE) return;
-  }
-  gtk_text_buffer_select_range(buffer, &start, &end);
-  gtk_text_view_scroll_to_iter(view, &start, 0.1, FALSE, 0, 0);
+  gtk_text_buffer_get_selection_bounds(buffer, &selectionStart, &selectionEnd);
+  gtk_text_buffer_get_bounds(buffer, &start, &end);
+  const bool isForward = direction == Direction::Forward;
+  auto match = isForward ? findForward(selectionEnd, text) : findBackward(selectionStart, text);
+  if (!match) match = isForward ? findForward(start, text) : findBackward(end, text);
+  if (!match) return;
+  gtk_text_buffer_select_range(buffer, &match->start, &match->end);
+  gtk_text_view_scroll_to_iter(view, &match->start, 0.1, FALSE, 0, 0);
 }
 
 }  // namespace lumisk::desktop

@@ -1,0 +1,190 @@
+// Texts in the source layer that are out of the ordinary: what is broken for display is whole for
+// copying, reading and finding.
+
+#include "desktop/source_text.h"
+
+#include <gtest/gtest.h>
+
+#include "desktop/text_search.h"
+#include "screen.h"
+
+namespace lumisk::test {
+namespace {
+
+/// In bytes, with its end.
+constexpr int kLongestLine = 16 * 1024 + 2;
+constexpr int kLongestWord = 1024 + 2;
+
+GtkTextBuffer* bufferOf(const desktop::SourceText& source) {
+  return gtk_text_view_get_buffer(GTK_TEXT_VIEW(source.widget()));
+}
+
+std::string textBetween(const GtkTextIter& start, const GtkTextIter& end) {
+  char* text = gtk_text_iter_get_visible_text(&start, &end);
+  std::string result = text;
+  g_free(text);
+  return result;
+}
+
+std::string textOf(const desktop::SourceText& source) {
+  GtkTextIter start;
+  GtkTextIter end;
+  gtk_text_buffer_get_bounds(bufferOf(source), &start, &end);
+  return textBetween(start, end);
+}
+
+/// In bytes.
+int longestLine(GtkTextBuffer* buffer) {
+  int longest = 0;
+  GtkTextIter at;
+  gtk_text_buffer_get_start_iter(buffer, &at);
+  do {
+    longest = std::max(longest, gtk_text_iter_get_bytes_in_line(&at));
+  } while (gtk_text_iter_forward_line(&at));
+  return longest;
+}
+
+/// Numbers without a blank, none like another: "1000;1001;1002;…"
+std::string numbers(std::size_t size) {
+  std::string text;
+  for (int i = 1'000'000; text.size() < size; ++i) text += std::to_string(i) + ";";
+  return text;
+}
+
+struct Row {
+  const char* label;
+  std::string text;
+};
+
+std::ostream& operator<<(std::ostream& out, const Row& row) { return out << row.label; }
+
+std::string repeated(std::string_view piece, std::size_t size) {
+  std::string text;
+  while (text.size() < size) text += piece;
+  return text;
+}
+
+class LongLine : public testing::TestWithParam<Row> {};
+
+TEST_P(LongLine, IsBrokenForDisplayOnly) {
+  desktop::SourceText source;
+  source.setText(GetParam().text);
+  source.fillNow();
+  EXPECT_TRUE(textOf(source) == GetParam().text) << "no character is lost or added";
+  EXPECT_LE(longestLine(bufferOf(source)), kLongestLine);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, LongLine,
+                         testing::Values(Row{"no blanks", numbers(300'000)},
+                                         Row{"words", repeated("some words and ", 300'000)},
+                                         Row{"two bytes each", repeated("\u00e4", 300'000)},
+                                         Row{"four bytes each", repeated("\U0001F600", 300'000)},
+                                         Row{"an accent each", repeated("e\u0301", 300'000)},
+                                         Row{"accents only", repeated("\u0301", 300'000)},
+                                         Row{"among short lines",
+                                             "a\r\n\r\nb\n" + numbers(200'000) + "\n\rc\n"},
+                                         Row{"just long enough", std::string(1025, 'x')}));
+
+TEST(LongWord, IsBrokenEarlier) {
+  desktop::SourceText source;
+  source.setText(numbers(300'000));
+  source.fillNow();
+  EXPECT_LE(longestLine(bufferOf(source)), kLongestWord);
+}
+
+TEST(Paragraphs, AreNotBroken) {
+  const std::string text = repeated(repeated("some words and ", 4000) + "\n", 300'000);
+  desktop::SourceText source;
+  source.setText(text);
+  source.fillNow();
+  EXPECT_EQ(gtk_text_buffer_get_line_count(bufferOf(source)),
+            1 + std::count(text.begin(), text.end(), '\n'));
+}
+
+TEST(LongLineCopied, IsWhole) {
+  const std::string text = numbers(50'000);
+  desktop::SourceText source;
+  source.setText(text);
+  source.fillNow();
+  GtkWindow* window = GTK_WINDOW(gtk_window_new());
+  gtk_window_set_child(window, source.widget());
+  gtk_window_present(window);
+  GtkTextIter start;
+  GtkTextIter end;
+  gtk_text_buffer_get_bounds(bufferOf(source), &start, &end);
+  gtk_text_buffer_select_range(bufferOf(source), &start, &end);
+  g_signal_emit_by_name(source.widget(), "copy-clipboard");
+  struct Read {
+    std::string text;
+    bool isDone = false;
+  } read;
+  gdk_clipboard_read_text_async(
+      gtk_widget_get_clipboard(source.widget()), nullptr,
+      [](GObject* clipboard, GAsyncResult* result, gpointer data) {
+        char* copied = gdk_clipboard_read_text_finish(GDK_CLIPBOARD(clipboard), result, nullptr);
+        *static_cast<Read*>(data) = {copied == nullptr ? "" : copied, true};
+        g_free(copied);
+      },
+      &read);
+  ASSERT_TRUE(runUntil([&] { return read.isDone; }));
+  EXPECT_TRUE(read.text == text);
+  gtk_window_destroy(window);
+}
+
+/// All matches by walking in one direction.
+std::vector<int> offsetsOf(GtkTextBuffer* buffer, const char* word, bool isForward) {
+  std::vector<int> offsets;
+  GtkTextIter at;
+  if (isForward)
+    gtk_text_buffer_get_start_iter(buffer, &at);
+  else
+    gtk_text_buffer_get_end_iter(buffer, &at);
+  while (const auto match =
+             isForward ? desktop::findForward(at, word) : desktop::findBackward(at, word)) {
+    offsets.push_back(gtk_text_iter_get_offset(&match->start));
+    EXPECT_EQ(textBetween(match->start, match->end), word);
+    at = isForward ? match->end : match->start;
+  }
+  return offsets;
+}
+
+TEST(LongLineSearched, EveryNumberIsFoundOnceInBothDirections) {
+  desktop::SourceText source;
+  source.setText(numbers(60'000));
+  source.fillNow();
+  for (int i = 1'000'000; i < 1'007'500; i += 7) {
+    const std::string word = ";" + std::to_string(i + 1) + ";";
+    const auto forward = offsetsOf(bufferOf(source), word.c_str(), true);
+    ASSERT_EQ(forward.size(), 1u) << word;
+    if (i % 49 == 0) {
+      ASSERT_EQ(offsetsOf(bufferOf(source), word.c_str(), false), forward) << word;
+    }
+  }
+}
+
+TEST(LongLineSearched, MatchesComeInOrder) {
+  desktop::SourceText source;
+  const std::string text = repeated("aab", 30'000);
+  source.setText(text);
+  source.fillNow();
+  auto forward = offsetsOf(bufferOf(source), "aab", true);
+  EXPECT_EQ(forward.size(), text.size() / 3);
+  EXPECT_TRUE(std::is_sorted(forward.begin(), forward.end()));
+  auto backward = offsetsOf(bufferOf(source), "aab", false);
+  std::reverse(backward.begin(), backward.end());
+  EXPECT_EQ(backward, forward);
+}
+
+TEST(LongLineSearched, ALimitHoldsForWhereAMatchBegins) {
+  desktop::SourceText source;
+  source.setText("one two one two");
+  GtkTextIter start;
+  GtkTextIter limit;
+  gtk_text_buffer_get_iter_at_offset(bufferOf(source), &start, 1);
+  gtk_text_buffer_get_iter_at_offset(bufferOf(source), &limit, 8);
+  EXPECT_FALSE(desktop::findForward(start, "one", &limit));
+  EXPECT_TRUE(desktop::findForward(start, "ONE"));
+}
+
+}  // namespace
+}  // namespace lumisk::test
