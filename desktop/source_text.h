@@ -8,9 +8,9 @@
 
 namespace lumisk::desktop {
 
-/// A read-only text view for a text of any length, in lines of any length. The beginning is there at
-/// once; the rest follows in pieces while nothing else is to do, and only once the view has been on
-/// screen, because the toolkit measures every line of a view that is.
+/// A read-only text view for a text of any length, in lines of any length. The beginning is there
+/// at once; the rest follows in pieces while nothing else is to do, and only once the view has been
+/// on screen, because the toolkit measures every line of a view that is.
 class SourceText {
  public:
   SourceText();

@@ -109,8 +109,8 @@ std::optional<TextMatch> findAcross(const GtkTextIter& from, const char* text,
 std::optional<TextMatch> findForward(const GtkTextIter& from, const char* text,
                                      const GtkTextIter* limit) {
   TextMatch match{};
-  const bool isWithin = gtk_text_iter_forward_search(&from, text, kOptions, &match.start,
-                                                     &match.end, limit) == TRUE;
+  const bool isWithin =
+      gtk_text_iter_forward_search(&from, text, kOptions, &match.start, &match.end, limit) == TRUE;
   GtkTextIter end;
   gtk_text_buffer_get_end_iter(gtk_text_iter_get_buffer(&from), &end);
   const GtkTextIter& until = isWithin ? match.start : (limit == nullptr ? end : *limit);
@@ -118,15 +118,15 @@ std::optional<TextMatch> findForward(const GtkTextIter& from, const char* text,
   return isWithin ? std::optional(match) : std::nullopt;
 }
 
-std::optional<TextMatch> findBackward(const GtkTextIter& from, const char* text) {
+std::optional<TextMatch> findBackward(const GtkTextIter& from, const char* text,
+                                      const GtkTextIter* limit) {
   TextMatch match{};
-  bool isFound = gtk_text_iter_backward_search(&from, text, kOptions, &match.start, &match.end,
-                                               nullptr) == TRUE;
+  bool isFound =
+      gtk_text_iter_backward_search(&from, text, kOptions, &match.start, &match.end, limit) == TRUE;
   GtkTextIter at;
-  if (isFound)
-    at = match.start;
-  else
-    gtk_text_buffer_get_start_iter(gtk_text_iter_get_buffer(&from), &at);
+  gtk_text_buffer_get_start_iter(gtk_text_iter_get_buffer(&from), &at);
+  if (limit != nullptr) at = *limit;
+  if (isFound) at = match.start;
   // Those across line ends that come after what was found.
   while (const auto across = findAcross(at, text, from)) {
     if (gtk_text_iter_compare(&across->end, &from) > 0) break;

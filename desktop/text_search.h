@@ -16,7 +16,9 @@ struct TextMatch {
 std::optional<TextMatch> findForward(const GtkTextIter& from, const char* text,
                                      const GtkTextIter* limit = nullptr);
 
-/// The last match that ends at or before `from`.
-std::optional<TextMatch> findBackward(const GtkTextIter& from, const char* text);
+/// The last match that ends at or before `from` and, where `limit` is given, begins at or after
+/// that.
+std::optional<TextMatch> findBackward(const GtkTextIter& from, const char* text,
+                                      const GtkTextIter* limit = nullptr);
 
 }  // namespace lumisk::desktop
