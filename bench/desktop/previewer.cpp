@@ -18,6 +18,9 @@ constexpr const char* kBus = "org.freedesktop.DBus";
 constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr double kLongestStart = 20;  // seconds
 constexpr double kStep = 0.005;       // seconds
+/// The application's name is there a moment before its objects are; callers use other names, which
+/// are claimed last.
+constexpr double kUntilExported = 0.3;  // seconds
 
 GDBusConnection* sessionBus() {
   GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
@@ -58,6 +61,7 @@ Previewer::~Previewer() {
 void Previewer::start() {
   run("--gapplication-service", "");
   for (double waited = 0; process() == 0 && waited < kLongestStart; waited += kStep) wait(kStep);
+  wait(kUntilExported);
 }
 
 void Previewer::startWith(const std::string& path) { run("open", path); }

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kRounds = 10;
 constexpr std::size_t kHundredKilobytes = std::size_t{100} * 1024;
-constexpr std::size_t kUsualMarkdown = std::size_t{8} * 1024;
+constexpr std::size_t kUsualMarkdown = std::size_t{8} * 1000;
 
 /// A person closes a preview and opens the next one a moment later.
 constexpr double kBetween = 0.7;  // seconds
@@ -41,7 +41,6 @@ void printRow(const char* name, const Samples& samples, const char* goal) {
   std::printf("| %s | %.0f ms | %.0f ms | %.0f to %.0f ms | %s |\n", name,
               median(samples.firstPixels) * 1e3, median(samples.complete) * 1e3, *least * 1e3,
               *most * 1e3, goal);
-  std::fflush(stdout);
 }
 
 struct Kind {
@@ -76,7 +75,8 @@ Samples showAndClose(const VisibleScreen& screen, Previewer& previewer, const st
 }  // namespace
 
 void measureWarm(const VisibleScreen& screen, const Documents& documents) {
-  std::puts("\n| warm: closed, then shown | first pixels (goal 150 ms) | complete | range | goal |");
+  std::puts(
+      "\n| warm: closed, then shown | first pixels (goal 150 ms) | complete | range | goal |");
   std::puts("| --- | --- | --- | --- | --- |");
   Previewer previewer;
   previewer.start();

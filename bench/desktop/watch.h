@@ -20,7 +20,7 @@ struct Seen {
 
 struct WatchOptions {
   /// How long nothing may change before the page counts as complete.
-  double quiet = 0.5;
+  double quiet = 1;
   /// How long to wait for a first change.
   double longest = 60;
   /// Called over and over with the time since the request.
