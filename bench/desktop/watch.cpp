@@ -18,13 +18,14 @@ class PageWatch {
  public:
   PageWatch(const VisibleScreen& screen, const Area& area) : screen_(screen), area_(area) {}
 
+  /// What is there now is no change.
+  void begin() { pixels_ = screen_.sample(area_); }
+
   void look(double time, Seen& seen) {
     Pixels pixels = screen_.sample(area_);
-    const bool isFirst = pixels_.empty();
     if (pixels == pixels_) return;
     pixels_ = std::move(pixels);
     lastChange_ = time;
-    if (isFirst) return;
     if (seen.firstOfPage == 0) seen.firstOfPage = time;
     seen.complete = time;
   }
@@ -54,6 +55,7 @@ std::optional<Seen> watch(const VisibleScreen& screen, const std::function<void(
   const Pixels before = screen.sample(screen.whole());
   const auto shown = screen.window();
   std::optional<PageWatch> page;
+  if (shown) page.emplace(screen, pageArea(*shown)).begin();
   Seen seen;
   const double start = now();
   request();
@@ -64,8 +66,8 @@ std::optional<Seen> watch(const VisibleScreen& screen, const std::function<void(
       seen.firstPixels = now() - start;
     }
     if (seen.firstPixels != 0) {
-      const auto window = shown ? shown : screen.window();
-      if (!page && window) page.emplace(screen, pageArea(*window));
+      const auto window = page ? std::nullopt : screen.window();
+      if (window) page.emplace(screen, pageArea(*window));
       if (page) page->look(now() - start, seen);
       if (seen.complete != 0 && now() - start - page->lastChange() > options.quiet) return seen;
     }
