@@ -3,7 +3,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 
 #include "bench/desktop/process_tree.h"
 #include "desktop/service/owned.h"
@@ -18,9 +17,6 @@ constexpr const char* kBus = "org.freedesktop.DBus";
 constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr double kLongestStart = 20;  // seconds
 constexpr double kStep = 0.005;       // seconds
-/// The application's name is there a moment before its objects are; callers use other names, which
-/// are claimed last.
-constexpr double kUntilExported = 0.3;  // seconds
 
 GDBusConnection* sessionBus() {
   GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
@@ -60,8 +56,9 @@ Previewer::~Previewer() {
 
 void Previewer::start() {
   run("--gapplication-service", "");
-  for (double waited = 0; process() == 0 && waited < kLongestStart; waited += kStep) wait(kStep);
-  wait(kUntilExported);
+  // The application's name is there a moment before its objects are; other callers use other names,
+  // which are claimed last.
+  for (double waited = 0; !visible() && waited < kLongestStart; waited += kStep) wait(kStep);
 }
 
 void Previewer::startWith(const std::string& path) { run("open", path); }
@@ -106,12 +103,12 @@ void Previewer::show(const std::string& path) {
 
 void Previewer::close() { call("Close", nullptr); }
 
-bool Previewer::isVisible() const {
+std::optional<bool> Previewer::visible() const {
   const OwnedVariant answer(g_dbus_connection_call_sync(
       bus_, kApplicationId, kFilesPreviewerPath, "org.freedesktop.DBus.Properties", "Get",
       g_variant_new("(ss)", kFilesInterface, "Visible"), G_VARIANT_TYPE("(v)"),
       G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr));
-  if (!answer) return false;
+  if (!answer) return std::nullopt;
   GVariant* value = nullptr;
   g_variant_get(answer.get(), "(v)", &value);
   const OwnedVariant owned(value);

@@ -64,7 +64,7 @@ std::vector<Kind> kinds(const Documents& documents) {
 Samples showAndClose(const VisibleScreen& screen, Previewer& previewer, const std::string& path) {
   Samples samples;
   for (int round = 0; round <= kRounds; ++round) {
-    const auto seen = watch(screen, [&] { previewer.show(path); });
+    const auto seen = watch(screen, [&] { previewer.show(path); }, {.longest = 10});
     previewer.close();
     wait(kBetween);
     if (round > 0) samples.add(seen);  // the first may find another kind's libraries in the cache

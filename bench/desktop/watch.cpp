@@ -1,6 +1,7 @@
 #include "bench/desktop/watch.h"
 
 #include <chrono>
+#include <set>
 
 namespace lumisk::bench {
 namespace {
@@ -10,6 +11,8 @@ constexpr int kEdge = 6;    // pixels
 
 // Between two looks at the screen; what is measured has to run as well.
 constexpr double kPause = 0.003;  // seconds
+
+constexpr std::size_t kMostColoursWithoutText = 40;
 
 using Pixels = std::vector<std::uint32_t>;
 
@@ -30,6 +33,11 @@ class PageWatch {
     seen.complete = time;
   }
   double lastChange() const { return lastChange_; }
+  /// An empty page and the wheel that turns over it have few colours, text with its soft edges
+  /// many.
+  bool showsText() const {
+    return std::set<std::uint32_t>(pixels_.begin(), pixels_.end()).size() > kMostColoursWithoutText;
+  }
 
  private:
   const VisibleScreen& screen_;
@@ -69,7 +77,8 @@ std::optional<Seen> watch(const VisibleScreen& screen, const std::function<void(
       const auto window = page ? std::nullopt : screen.window();
       if (window) page.emplace(screen, pageArea(*window));
       if (page) page->look(now() - start, seen);
-      if (seen.complete != 0 && now() - start - page->lastChange() > options.quiet) return seen;
+      const bool isQuiet = page && now() - start - page->lastChange() > options.quiet;
+      if (isQuiet && seen.complete != 0 && page->showsText()) return seen;
     }
     wait(kPause);
   }
