@@ -8,7 +8,7 @@ namespace {
 constexpr const char* kTagName = "line-break";
 
 /// A long paragraph of words stays as it is; this takes some ten milliseconds to be laid out.
-constexpr std::size_t kLongestLine = 4 * 1024;  // bytes
+constexpr std::size_t kLongestLine = std::size_t{4} * 1024;  // bytes
 /// What cannot be broken at a blank takes time that grows with the square of its length.
 constexpr std::size_t kLongestWord = 1024;  // bytes
 /// How many accents and joiners may belong to one character.

@@ -1,5 +1,6 @@
 #include "desktop/graphics.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 
@@ -23,9 +24,10 @@ bool hasGraphicsCard(const std::string& devices) {
   std::error_code error;
   for (const char* device : kOtherDevices)
     if (fs::exists(fs::path(devices) / device, error)) return true;
-  for (const auto& entry : fs::directory_iterator(fs::path(devices) / "dri", error))
-    if (entry.path().filename().string().starts_with("renderD")) return true;
-  return false;
+  const fs::directory_iterator nodes(fs::path(devices) / "dri", error);
+  return std::any_of(begin(nodes), end(nodes), [](const fs::directory_entry& node) {
+    return node.path().filename().string().starts_with("renderD");
+  });
 }
 
 void drawInSoftware(GdkDisplay* display) {
