@@ -37,7 +37,7 @@ class LiveView {
 
   /// A navigation finished, the load of the host's or a later one, and did not fail.
   std::function<void()> onFinished;
-  /// The engine took up the page and no longer shows what was there before.
+  /// The engine took up the page. The widget shows what was there before until it is drawn.
   std::function<void()> onCommitted;
   /// The web process ended by itself.
   std::function<void()> onTerminated;

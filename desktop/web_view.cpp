@@ -9,6 +9,10 @@
 namespace lumisk::desktop {
 namespace {
 
+/// The least that is not nothing: white on black becomes the darkest gray but black. The engine
+/// makes no frames for a widget that is not drawn at all.
+constexpr double kUnseen = 1.0 / 255;
+
 void received(WebKitUserContentManager*, JSCValue* value, gpointer handler) {
   static_cast<ScriptMessageHandler*>(handler)->didReceiveScriptMessage(scriptMessageBody(value));
 }
@@ -24,7 +28,9 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
     if (delegate_ != nullptr) delegate_->didFinishNavigation();
     if (views.onFinished) views.onFinished();
   };
-  live_->onCommitted = [this] { gtk_widget_set_opacity(widget(), 1); };
+  live_->onCommitted = [this] {
+    firstFrame_.wait(view(), [this] { gtk_widget_set_opacity(widget(), 1); });
+  };
   live_->onTerminated = [this] { terminated(); };
   live_->onHistoryChanged = [this] {
     if (owner_.onHistoryChanged) owner_.onHistoryChanged();
@@ -64,13 +70,13 @@ void DesktopWebView::setNavigationDelegate(NavigationDelegate& delegate) { deleg
 
 void DesktopWebView::loadFileURL(const FileURL& url, const FileURL& /*readAccessURL*/) {
   // The engine lets a page that comes from a file show images from the whole disk.
-  hideUntilCommitted();
+  hideUntilDrawn();
   live_->load(pageAddress(url.absoluteString(), owner_.nextLoad()));
 }
 
 void DesktopWebView::loadHTMLString(const ui::SharedText& html,
                                     const std::optional<FileURL>& baseURL) {
-  hideUntilCommitted();
+  hideUntilDrawn();
   owner_.liveViews_.engine().willLoad(Diagrams::Possible);
   const std::string text(html.view());
   const std::string base = baseURL ? std::string(baseURL->absoluteString()) : std::string();
@@ -78,8 +84,11 @@ void DesktopWebView::loadHTMLString(const ui::SharedText& html,
 }
 
 /// The view still holds the picture of what it showed before; the window's colour stands in until
-/// the engine has let go of it.
-void DesktopWebView::hideUntilCommitted() { gtk_widget_set_opacity(widget(), 0); }
+/// there is one of the new page.
+void DesktopWebView::hideUntilDrawn() {
+  firstFrame_.stop();
+  gtk_widget_set_opacity(widget(), kUnseen);
+}
 
 void DesktopWebView::terminated() {
   if (owner_.onTerminated) owner_.onTerminated();

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "desktop/first_frame.h"
 #include "desktop/live_view.h"
 #include "desktop/web_extension/page_address.h"
 #include "web/web_view.h"
@@ -34,11 +35,12 @@ class DesktopWebView final : public WebView {
     std::unique_ptr<SignalHandler> received;
   };
   void connect(const WebViewConfiguration& configuration);
-  void hideUntilCommitted();
+  void hideUntilDrawn();
   void terminated();
 
   DesktopWebViews& owner_;
   std::unique_ptr<LiveView> live_;
+  FirstFrame firstFrame_;
   NavigationDelegate* delegate_ = nullptr;
   std::vector<std::unique_ptr<Registration>> registrations_;
 };
