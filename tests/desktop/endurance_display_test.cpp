@@ -1,10 +1,12 @@
 // Many previews one after another: what a closed panel held is freed.
 //
-// LUMISK_PREVIEWS sets how many (60 when it is not set); docs/performance.md was measured with 500.
+// LUMISK_PREVIEWS sets how many (120 when it is not set); docs/performance.md was measured with
+// 500.
 
 #include <dirent.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -16,8 +18,9 @@
 namespace lumisk::test {
 namespace {
 
-constexpr int kUsualPreviews = 60;
-constexpr int kParts = 6;
+constexpr int kUsualPreviews = 120;
+/// By then everything that is kept for later has been made.
+constexpr int kFirstPart = 50;
 
 int entriesIn(const char* folder) {
   int count = 0;
@@ -49,10 +52,22 @@ long memoryOfTree() {
   return total;
 }
 
+/// The least that is seen within a few seconds, or as soon as it is no more than `enough`: the
+/// engine's memory rises and falls by half as it collects its garbage when it has time to, and only
+/// what it cannot collect stays.
+long settledMemoryOfTree(long enough) {
+  long least = memoryOfTree();
+  for (int i = 0; i < 20 && least > enough; ++i) {
+    runFor(250);
+    least = std::min(least, memoryOfTree());
+  }
+  return least;
+}
+
 int previewCount() {
   const char* const text = std::getenv("LUMISK_PREVIEWS");
   const int count = text == nullptr ? 0 : std::atoi(text);
-  return count >= kParts ? count : kUsualPreviews;
+  return count > kFirstPart ? count : kUsualPreviews;
 }
 
 TEST(Endurance, ManyPreviewsLeaveNothingBehind) {
@@ -70,7 +85,6 @@ TEST(Endurance, ManyPreviewsLeaveNothingBehind) {
   int finished = 0;
   panel.onPageFinished = [&] { ++finished; };
   const int count = previewCount();
-  const int firstPart = count / kParts;
   int descriptors = 0;
   std::size_t processes = 0;
   guint windows = 0;
@@ -83,21 +97,23 @@ TEST(Endurance, ManyPreviewsLeaveNothingBehind) {
     }
     runFor(30);
     panel.close();
-    if (i + 1 != firstPart) continue;
+    if (i < kFirstPart) memory = std::max(memory, memoryOfTree());
+    if (i + 1 != kFirstPart) continue;
     runFor(1000);
     descriptors = entriesIn("/proc/self/fd");
     processes = processTree(std::to_string(getpid())).size();
     windows = g_list_model_get_n_items(gtk_window_get_toplevels());
-    memory = memoryOfTree();
   }
   runFor(1000);
-  EXPECT_LE(entriesIn("/proc/self/fd"), descriptors + 4);
+  // A few are opened by chance, at the first change of this or that; a leak opens one each time.
+  EXPECT_LE(entriesIn("/proc/self/fd"), descriptors + 8);
   EXPECT_EQ(processTree(std::to_string(getpid())).size(), processes);
   EXPECT_EQ(g_list_model_get_n_items(gtk_window_get_toplevels()), windows);
-  const long last = memoryOfTree();
-  EXPECT_LE(last * 10, memory * 12) << "kB after " << firstPart << ": " << memory;
-  std::printf("%d previews: %ld kB after the first %d, %ld kB at the end\n", count, memory,
-              firstPart, last);
+  const long most = memory + memory / 5;
+  const long last = settledMemoryOfTree(most);
+  EXPECT_LE(last, most) << "kB, at most " << memory << " in the first " << kFirstPart;
+  std::printf("%d previews: at most %ld kB in the first %d, %ld kB at the end\n", count, memory,
+              kFirstPart, last);
 }
 
 }  // namespace
