@@ -6,12 +6,11 @@ PACKAGES_headless := build test
 PACKAGES_desktop  := build test desktop desktop-test
 .DEFAULT_GOAL := help
 PREFIX ?= /usr/local
-.PHONY: help preview test test-keys bench format lint sanitize thread setup build install uninstall deb
+.PHONY: help preview test bench format lint sanitize thread setup build install uninstall deb
 
 help:
 	@echo 'make preview FILE=…   show FILE in the previewer (without a screen: a picture of it)'
-	@echo 'make test             build everything and run the tests (but test-keys)'
-	@echo 'make test-keys        the tests that press real keys, in the window and in Files'
+	@echo 'make test             build everything and run the tests'
 	@echo 'make bench            measure speed and memory beside other programs'
 	@echo 'make install          install below PREFIX ($(PREFIX)); DESTDIR is honoured'
 	@echo 'make uninstall        take that away again'
@@ -34,10 +33,7 @@ preview: build
 	@scripts/preview $(BUILD) "$(FILE)"
 
 test: build
-	@ctest --test-dir $(BUILD) --output-on-failure -j 2 -LE keys
-
-test-keys: build
-	@ctest --test-dir $(BUILD) --output-on-failure -L keys
+	@ctest --test-dir $(BUILD) --output-on-failure -j 2
 
 bench:
 	@scripts/install-packages build bench

@@ -144,6 +144,10 @@ void Panel::setContent(GtkWidget* content) {
 
 void Panel::dropContent() {
   findBar_->close();
+  // When what has the focus goes, the toolkit looks for another holder at the next frame. In a
+  // hidden window that frame is the one of the next preview, and its page would lose the keys
+  // again.
+  gtk_window_set_focus(window_, nullptr);
   adw_bin_set_child(ADW_BIN(contentBin_), nullptr);
   presentation_.reset();
 }

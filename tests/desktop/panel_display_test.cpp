@@ -9,6 +9,7 @@
 #include "screen.h"
 #include "support/files.h"
 #include "support/process.h"
+#include "x_desktop.h"
 
 namespace lumisk::test {
 namespace {
@@ -40,12 +41,12 @@ class PanelTest : public testing::Test {
     if (panel_->presentation() != nullptr) {
       ASSERT_TRUE(runUntil([&] { return finishedLoads_ > 0; }));
     }
-    // The window manager may still be dealing with the window of the test before, and give the keys
-    // to another for a moment.
+    // The window manager deals with one window after another: when it knows none but this one, it
+    // has done with the window of the test before and gives the keys to no other any more.
     ASSERT_TRUE(runUntil([&] {
-      const bool wasActive = gtk_window_is_active(panel_->window()) == TRUE;
-      runFor(300);
-      return wasActive && gtk_window_is_active(panel_->window()) == TRUE;
+      const std::vector<WindowId> windows = desktop_.windows();
+      return windows.size() == 1 && desktop_.hasKeyboard(windows.front()) &&
+             gtk_window_is_active(panel_->window()) == TRUE;
     }));
   }
   WebKitWebView* page() { return panel_->webViews().latestView(); }
@@ -55,6 +56,7 @@ class PanelTest : public testing::Test {
   }
 
   TemporaryFolder folder_;
+  XDesktop desktop_;
   std::unique_ptr<Panel> panel_;
   int finishedLoads_ = 0;
   int closings_ = 0;
@@ -151,6 +153,19 @@ TEST_F(PanelTest, ArrowsMoveTheSelectionOfWhoeverListens) {
   EXPECT_TRUE(runUntil([&] { return steps.size() >= 2; }));
   using enum desktop::SelectionStep;
   EXPECT_EQ(steps, (std::vector<desktop::SelectionStep>{Down, Left}));
+}
+
+TEST_F(PanelTest, OpenedAgainThePageHasTheKeysAgain) {
+  std::vector<desktop::SelectionStep> steps;
+  panel_->onSelectionStep = [&](desktop::SelectionStep step) { steps.push_back(step); };
+  for (const char* name : {"long.md", "long.md", "data.csv"}) {
+    open(name);
+    press("Right");
+    EXPECT_TRUE(runUntil([&] { return !steps.empty(); })) << "not a move in the picker";
+    EXPECT_TRUE(WEBKIT_IS_WEB_VIEW(gtk_root_get_focus(GTK_ROOT(panel_->window()))));
+    steps.clear();
+    panel_->close();
+  }
 }
 
 TEST_F(PanelTest, FindsInThePage) {

@@ -1,0 +1,171 @@
+#include "x_desktop.h"
+
+#include <gtest/gtest.h>
+
+// After the others: these define short common words.
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+#include <chrono>
+#include <thread>
+
+#include "support/process.h"
+
+namespace lumisk::test {
+namespace {
+
+constexpr long kLongestProperty = 1 << 20;  // 32-bit units
+constexpr auto kLongestAnswer = std::chrono::seconds(2);
+
+/// Windows go while they are asked about; that is no error here.
+int ignoreError(Display*, XErrorEvent*) { return 0; }
+
+/// One property of a window, freed when it goes.
+class Property {
+ public:
+  Property(Display* display, Window window, Atom name) {
+    Atom type = 0;
+    unsigned long rest = 0;
+    XGetWindowProperty(display, window, name, 0, kLongestProperty, False, AnyPropertyType, &type,
+                       &format_, &count_, &rest, &bytes_);
+  }
+  Property(const Property&) = delete;
+  Property& operator=(const Property&) = delete;
+  ~Property() {
+    if (bytes_ != nullptr) XFree(bytes_);
+  }
+
+  std::vector<unsigned long> numbers() const {
+    if (bytes_ == nullptr || format_ != 32) return {};
+    const auto* first = reinterpret_cast<const unsigned long*>(bytes_);
+    return {first, first + count_};
+  }
+  std::string text() const {
+    if (bytes_ == nullptr || format_ != 8) return {};
+    return {reinterpret_cast<const char*>(bytes_), count_};
+  }
+
+ private:
+  int format_ = 0;
+  unsigned long count_ = 0;
+  unsigned char* bytes_ = nullptr;
+};
+
+void runXdotool(std::vector<std::string> words) {
+  words.insert(words.begin(), {"/usr/bin/env", "xdotool"});
+  const ProcessResult result = runProcess(words);
+  EXPECT_EQ(result.exitStatus, 0) << result.standardError;
+}
+
+}  // namespace
+
+struct XDesktop::Connection {
+  Display* display = XOpenDisplay(nullptr);
+  Window own = 0;
+
+  Atom atom(const char* name) const { return XInternAtom(display, name, False); }
+  Window root() const { return DefaultRootWindow(display); }
+  Window parentWindowOf(Window window) const {
+    Window top = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned count = 0;
+    if (XQueryTree(display, window, &top, &parent, &children, &count) == 0) return 0;
+    if (children != nullptr) XFree(children);
+    return parent;
+  }
+};
+
+XDesktop::XDesktop() : connection_(new Connection) {
+  XSetErrorHandler(ignoreError);
+  if (connection_->display == nullptr) {
+    ADD_FAILURE() << "no display";
+    return;
+  }
+  connection_->own =
+      XCreateSimpleWindow(connection_->display, connection_->root(), 0, 0, 1, 1, 0, 0, 0);
+}
+
+XDesktop::~XDesktop() {
+  if (connection_->display != nullptr) XCloseDisplay(connection_->display);
+  delete connection_;
+}
+
+std::vector<unsigned long> XDesktop::numbers(WindowId window, const char* property) const {
+  return Property(connection_->display, window, connection_->atom(property)).numbers();
+}
+
+std::string XDesktop::text(WindowId window, unsigned long property) const {
+  return Property(connection_->display, window, property).text();
+}
+
+std::vector<WindowId> XDesktop::windows() const {
+  return numbers(connection_->root(), "_NET_CLIENT_LIST");
+}
+
+WindowId XDesktop::windowOf(const std::string& programClass) const {
+  for (const WindowId window : windows()) {
+    // Two texts, the instance and the class, each with its end.
+    const std::string classes = text(window, XA_WM_CLASS);
+    if (classes.find(programClass + '\0') != std::string::npos) return window;
+  }
+  return 0;
+}
+
+std::string XDesktop::titleOf(WindowId window) const {
+  return text(window, connection_->atom("_NET_WM_NAME"));
+}
+
+WindowId XDesktop::parentOf(WindowId window) const {
+  Window parent = 0;
+  XGetTransientForHint(connection_->display, window, &parent);
+  return parent;
+}
+
+ScreenPlace XDesktop::placeOf(WindowId window) const {
+  XWindowAttributes attributes;
+  if (XGetWindowAttributes(connection_->display, window, &attributes) == 0) return {};
+  Window child = 0;
+  ScreenPlace place = {0, 0, attributes.width, attributes.height};
+  XTranslateCoordinates(connection_->display, window, connection_->root(), 0, 0, &place.x, &place.y,
+                        &child);
+  return place;
+}
+
+bool XDesktop::hasKeyboard(WindowId window) const {
+  Window focus = 0;
+  int reversion = 0;
+  XGetInputFocus(connection_->display, &focus, &reversion);
+  const auto active = numbers(connection_->root(), "_NET_ACTIVE_WINDOW");
+  // The toolkit takes keys by a window within its own.
+  const bool isFocused = focus == window || connection_->parentWindowOf(focus) == window;
+  return window != 0 && isFocused && !active.empty() && active.front() == window;
+}
+
+std::string XDesktop::copiedText() const {
+  Display* const display = connection_->display;
+  const Atom property = connection_->atom("LUMISK_TEST_COPIED");
+  XDeleteProperty(display, connection_->own, property);
+  XConvertSelection(display, connection_->atom("CLIPBOARD"), connection_->atom("UTF8_STRING"),
+                    property, connection_->own, CurrentTime);
+  const auto end = std::chrono::steady_clock::now() + kLongestAnswer;
+  XEvent event;
+  while (XCheckTypedWindowEvent(display, connection_->own, SelectionNotify, &event) == False) {
+    if (std::chrono::steady_clock::now() > end) return {};
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  return event.xselection.property == 0 ? "" : text(connection_->own, property);
+}
+
+void pressKeys(const std::string& keys) { runXdotool({"key", "--clearmodifiers", keys}); }
+
+void clickAt(int x, int y) {
+  runXdotool({"mousemove", "--sync", std::to_string(x), std::to_string(y), "click", "1"});
+}
+
+void activateWindow(WindowId window) {
+  runXdotool({"windowactivate", "--sync", std::to_string(window)});
+}
+
+}  // namespace lumisk::test
