@@ -122,15 +122,19 @@ class FileManagerTest : public testing::Test {
   bool hasKeyboard(WindowId window) const {
     return eventually([&] { return desktop_.hasKeyboard(window); });
   }
-  /// Whether the document that is shown holds this text: all is selected and copied in the preview,
-  /// until the page has come.
+  /// Whether the document that is shown holds this text: all is selected and copied in the preview.
+  /// Asked again after longer and longer, for a page that has still to come comes the later the
+  /// more keys it has to deal with.
   bool showsText(const std::string& text) const {
-    return eventually([&] {
+    using std::chrono::milliseconds;
+    for (milliseconds pause(100); pause < milliseconds(30'000); pause *= 2) {
       if (!hasKeyboard(preview())) return false;
       pressKeys("ctrl+a");
       pressKeys("ctrl+c");
-      return desktop_.copiedText().find(text) != std::string::npos;
-    });
+      if (desktop_.copiedText().find(text) != std::string::npos) return true;
+      std::this_thread::sleep_for(pause);
+    }
+    return false;
   }
 
   void startFiles() {

@@ -1,0 +1,160 @@
+// race_bench [PEER]
+//
+// Lumisk beside the previewer that the desktop ships, seen from outside in the same way: from the
+// call on the bus to the first pixel on the screen that is another, and to the last one. PEER is
+// the other program's command. Run it as
+//
+//     tests/desktop/with-display tests/desktop/with-integration BUILD/bin/lumisk
+//     BUILD/bin/race_bench
+//
+// The screen is looked at every 3 ms, in columns 40 pixels apart: that is the resolution, and cheap
+// enough to leave the processors to what is measured. The two take turns on every file.
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bench/desktop/documents.h"
+#include "bench/desktop/previewer.h"
+#include "bench/desktop/process_tree.h"
+#include "bench/desktop/raced_previewer.h"
+#include "bench/desktop/screen.h"
+#include "bench/desktop/watch.h"
+
+namespace lumisk::bench {
+namespace {
+
+constexpr const char* kPeer = "/usr/libexec/org.gnome.NautilusPreviewer";
+constexpr int kWarmRounds = 5;
+constexpr int kColdRounds = 3;
+constexpr double kPause = 0.003;  // seconds between two looks
+constexpr double kQuiet = 1;      // seconds; what has not changed for so long is complete
+constexpr double kLongest = 30;   // seconds
+constexpr double kBetween = 0.7;  // seconds; a person closes one and opens the next
+constexpr double kSettled = 3;    // seconds
+constexpr double kMillisecond = 1e-3;
+
+using Pixels = std::vector<std::uint32_t>;
+
+struct Shown {
+  double firstPixels = 0;
+  double complete = 0;
+};
+
+std::optional<Shown> show(const VisibleScreen& screen, const RacedPreviewer& previewer,
+                          const std::string& path) {
+  const Area whole = screen.whole();
+  const Pixels before = screen.sample(whole);
+  Pixels latest = before;
+  Shown shown;
+  const double start = now();
+  previewer.show(path);
+  for (double time = 0; time < kLongest; time = now() - start) {
+    Pixels pixels = screen.sample(whole);
+    if (pixels != latest) {
+      shown.complete = now() - start;
+      if (shown.firstPixels == 0) shown.firstPixels = shown.complete;
+      latest = std::move(pixels);
+    }
+    if (shown.complete != 0 && now() - start - shown.complete > kQuiet) return shown;
+    wait(kPause);
+  }
+  return std::nullopt;
+}
+
+struct Samples {
+  std::vector<double> firstPixels;
+  std::vector<double> complete;
+};
+
+double median(std::vector<double> values) {
+  if (values.empty()) return 0;
+  std::sort(values.begin(), values.end());
+  const std::size_t middle = values.size() / 2;
+  return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+struct File {
+  const char* name;
+  std::string path;
+};
+
+using Racers = std::array<const RacedPreviewer*, 2>;
+
+enum class Start { Warm, Cold };
+
+/// The first round fills caches and is not counted.
+void race(const VisibleScreen& screen, const Racers& racers, const File& file, Start start) {
+  std::array<Samples, 2> samples;
+  const int rounds = start == Start::Warm ? kWarmRounds : kColdRounds;
+  for (int round = 0; round <= rounds; ++round) {
+    for (std::size_t i = 0; i < racers.size(); ++i) {
+      const auto shown = show(screen, *racers[i], file.path);
+      racers[i]->close();
+      wait(kBetween);
+      if (start == Start::Cold) racers[i]->stop();
+      if (round == 0 || !shown) continue;
+      samples[i].firstPixels.push_back(shown->firstPixels);
+      samples[i].complete.push_back(shown->complete);
+    }
+  }
+  std::printf("| %s, %s |", file.name, start == Start::Warm ? "warm" : "cold");
+  for (const Samples& of : samples)
+    std::printf(" %.0f ms | %.0f ms |", median(of.firstPixels) / kMillisecond,
+                median(of.complete) / kMillisecond);
+  std::puts("");
+}
+
+void printMemory(const RacedPreviewer& previewer, const char* moment) {
+  const auto tree = processTree(previewer.process());
+  std::printf("| %s, %s | %.0f MB |", previewer.label().c_str(), moment,
+              static_cast<double>(memoryOf(tree)) / 1024);
+  for (const TreeProcess& process : tree)
+    std::printf(" %s %.0f", process.name.c_str(), static_cast<double>(process.kilobytes) / 1024);
+  std::puts(" |");
+}
+
+void measureMemory(const VisibleScreen& screen, const RacedPreviewer& previewer,
+                   const std::string& path) {
+  previewer.stop();
+  previewer.start();
+  wait(0.3);
+  printMemory(previewer, "started, nothing shown");
+  show(screen, previewer, path);
+  previewer.close();
+  wait(kSettled);
+  printMemory(previewer, "after a Markdown preview");
+  previewer.stop();
+}
+
+int run(const std::string& peer) {
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  const VisibleScreen screen;
+  const Documents documents;
+  const RacedPreviewer ours("Lumisk", LUMISK_PREVIEWER " --gapplication-service");
+  const RacedPreviewer theirs("peer", peer);
+  const Racers racers = {&ours, &theirs};
+  std::string text;
+  for (int i = 0; i < 200; ++i) text += "Line " + std::to_string(i) + " of some plain notes.\n";
+  const std::vector<File> files = {{"text, 6 KB", documents.file("notes.txt", text)},
+                                   {"code, 100 KB", documents.source(std::size_t{100} * 1024)},
+                                   {"Markdown, 6 KB", documents.markdown(6000)}};
+  std::puts("| file | our first pixels | our complete | peer's first pixels | peer's complete |");
+  std::puts("| --- | --- | --- | --- | --- |");
+  for (const File& file : files) race(screen, racers, file, Start::Warm);
+  for (const File& file : files) race(screen, racers, file, Start::Cold);
+  std::puts("\n| memory of the process tree (PSS) | sum | by process, MB |");
+  std::puts("| --- | --- | --- |");
+  for (const RacedPreviewer* racer : racers) measureMemory(screen, *racer, files.back().path);
+  return 0;
+}
+
+}  // namespace
+}  // namespace lumisk::bench
+
+int main(int argc, char** argv) {
+  return lumisk::bench::run(argc > 1 ? argv[1] : lumisk::bench::kPeer);
+}
