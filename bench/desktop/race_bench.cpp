@@ -70,42 +70,61 @@ struct Samples {
   std::vector<double> complete;
 };
 
-double median(std::vector<double> values) {
-  if (values.empty()) return 0;
-  std::sort(values.begin(), values.end());
-  const std::size_t middle = values.size() / 2;
-  return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
-}
-
 struct File {
   const char* name;
   std::string path;
 };
 
 using Racers = std::array<const RacedPreviewer*, 2>;
+/// For each file, for each racer.
+using Results = std::vector<std::array<Samples, 2>>;
 
 enum class Start { Warm, Cold };
 
-/// The first round fills caches and is not counted.
-void race(const VisibleScreen& screen, const Racers& racers, const File& file, Start start) {
-  std::array<Samples, 2> samples;
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  const std::size_t middle = values.size() / 2;
+  return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+/// Median and range in milliseconds.
+std::string inWords(const std::vector<double>& values) {
+  if (values.empty()) return "not settled";
+  const auto [least, most] = std::minmax_element(values.begin(), values.end());
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), "%.0f (%.0f to %.0f)", median(values) / kMillisecond,
+                *least / kMillisecond, *most / kMillisecond);
+  return text.data();
+}
+
+void addSample(const VisibleScreen& screen, const RacedPreviewer& racer, const std::string& path,
+               Start start, Samples& samples) {
+  const auto shown = show(screen, racer, path);
+  racer.close();
+  wait(kBetween);
+  if (start == Start::Cold) racer.stop();
+  if (!shown) return;
+  samples.firstPixels.push_back(shown->firstPixels);
+  samples.complete.push_back(shown->complete);
+}
+
+/// The first round fills caches and is not counted. Another file comes between two showings of one.
+void race(const VisibleScreen& screen, const Racers& racers, const std::vector<File>& files,
+          Start start) {
+  Results results(files.size());
   const int rounds = start == Start::Warm ? kWarmRounds : kColdRounds;
   for (int round = 0; round <= rounds; ++round) {
-    for (std::size_t i = 0; i < racers.size(); ++i) {
-      const auto shown = show(screen, *racers[i], file.path);
-      racers[i]->close();
-      wait(kBetween);
-      if (start == Start::Cold) racers[i]->stop();
-      if (round == 0 || !shown) continue;
-      samples[i].firstPixels.push_back(shown->firstPixels);
-      samples[i].complete.push_back(shown->complete);
-    }
+    if (round == 1) results.assign(files.size(), {});
+    for (std::size_t file = 0; file < files.size(); ++file)
+      for (std::size_t i = 0; i < racers.size(); ++i)
+        addSample(screen, *racers[i], files[file].path, start, results[file][i]);
   }
-  std::printf("| %s, %s |", file.name, start == Start::Warm ? "warm" : "cold");
-  for (const Samples& of : samples)
-    std::printf(" %.0f ms | %.0f ms |", median(of.firstPixels) / kMillisecond,
-                median(of.complete) / kMillisecond);
-  std::puts("");
+  for (std::size_t file = 0; file < files.size(); ++file) {
+    std::printf("| %s, %s |", files[file].name, start == Start::Warm ? "warm" : "cold");
+    for (const Samples& of : results[file])
+      std::printf(" %s | %s |", inWords(of.firstPixels).c_str(), inWords(of.complete).c_str());
+    std::puts("");
+  }
 }
 
 void printMemory(const RacedPreviewer& previewer, const char* moment) {
@@ -121,7 +140,7 @@ void measureMemory(const VisibleScreen& screen, const RacedPreviewer& previewer,
                    const std::string& path) {
   previewer.stop();
   previewer.start();
-  wait(0.3);
+  wait(kSettled);
   printMemory(previewer, "started, nothing shown");
   show(screen, previewer, path);
   previewer.close();
@@ -142,10 +161,12 @@ int run(const std::string& peer) {
   const std::vector<File> files = {{"text, 6 KB", documents.file("notes.txt", text)},
                                    {"code, 100 KB", documents.source(std::size_t{100} * 1024)},
                                    {"Markdown, 6 KB", documents.markdown(6000)}};
-  std::puts("| file | our first pixels | our complete | peer's first pixels | peer's complete |");
+  std::puts(
+      "| ms, median (range) | our first pixels | our complete | peer's first pixels | peer's "
+      "complete |");
   std::puts("| --- | --- | --- | --- | --- |");
-  for (const File& file : files) race(screen, racers, file, Start::Warm);
-  for (const File& file : files) race(screen, racers, file, Start::Cold);
+  race(screen, racers, files, Start::Warm);
+  race(screen, racers, files, Start::Cold);
   std::puts("\n| memory of the process tree (PSS) | sum | by process, MB |");
   std::puts("| --- | --- | --- |");
   for (const RacedPreviewer* racer : racers) measureMemory(screen, *racer, files.back().path);
