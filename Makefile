@@ -4,6 +4,7 @@ PRESET ?= desktop
 BUILD  := build/$(PRESET)
 PACKAGES_headless := build test
 PACKAGES_desktop  := build test desktop desktop-test
+BENCH_desktop     := test desktop desktop-test desktop-bench
 .DEFAULT_GOAL := help
 PREFIX ?= /usr/local
 .PHONY: help preview test bench format lint sanitize thread setup build install uninstall deb
@@ -36,10 +37,12 @@ test: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j 2
 
 bench:
-	@scripts/install-packages build bench
+	@scripts/install-packages build bench $(BENCH_$(PRESET))
 	@cmake --preset bench >/dev/null
 	@cmake --build --preset bench
-	@scripts/run-benchmarks build/bench
+	@if [ $(PRESET) = desktop ]; then cmake --preset desktop >/dev/null && \
+	  cmake --build --preset desktop --target desktop_bench; fi
+	@scripts/run-benchmarks build/bench build/desktop
 
 format:
 	@scripts/install-packages lint

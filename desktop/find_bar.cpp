@@ -1,6 +1,9 @@
 #include "desktop/find_bar.h"
 
+#include <utility>
+
 #include "desktop/accessible_name.h"
+#include "desktop/text_search.h"
 #include "desktop/texts.h"
 
 namespace lumisk::desktop {
@@ -8,11 +11,15 @@ namespace {
 
 constexpr auto kPageOptions = static_cast<WebKitFindOptions>(WEBKIT_FIND_OPTIONS_CASE_INSENSITIVE |
                                                              WEBKIT_FIND_OPTIONS_WRAP_AROUND);
-constexpr auto kTextOptions =
-    static_cast<GtkTextSearchFlags>(GTK_TEXT_SEARCH_CASE_INSENSITIVE | GTK_TEXT_SEARCH_TEXT_ONLY);
 constexpr unsigned kNoLimit = G_MAXUINT;
-/// Matches to count before other work gets its turn.
+/// How much to look through, and how many matches to count, before other work gets its turn.
+constexpr int kCharactersAPiece = 16 * 1024;
 constexpr int kMatchesAPiece = 200;
+/// Pieces to look through at once for the next match, which is usually near.
+constexpr int kPiecesAtOnce = 8;
+/// A match that lies across a line end for display is no longer than this many times the text that
+/// is looked for.
+constexpr int kMostCharactersForOne = 3;
 
 GtkWidget* newStepButton(const char* icon, TextKey tooltip) {
   GtkWidget* button = gtk_button_new_from_icon_name(icon);
@@ -89,12 +96,24 @@ void FindBar::close() {
 void FindBar::forgetTarget() {
   counting_.cancel();
   counted_.reset();
-  if (countedUpTo_ && gtk_text_mark_get_deleted(countedUpTo_.get()) == FALSE)
-    gtk_text_buffer_delete_mark(gtk_text_view_get_buffer(text_.get()), countedUpTo_.get());
-  countedUpTo_ = {};
+  seeking_.cancel();
+  forgetMark(countedUpTo_);
+  forgetMark(soughtUpTo_);
   text_ = {};
   if (page_) webkit_find_controller_search_finish(webkit_web_view_get_find_controller(page_.get()));
   page_ = {};
+}
+
+GRef<GtkTextMark> FindBar::newMark(const GtkTextIter& at) const {
+  auto mark = GRef<GtkTextMark>::adopt(gtk_text_mark_new(nullptr, TRUE));
+  gtk_text_buffer_add_mark(gtk_text_view_get_buffer(text_.get()), mark.get(), &at);
+  return mark;
+}
+
+void FindBar::forgetMark(GRef<GtkTextMark>& mark) const {
+  if (mark && gtk_text_mark_get_deleted(mark.get()) == FALSE)
+    gtk_text_buffer_delete_mark(gtk_text_view_get_buffer(text_.get()), mark.get());
+  mark = {};
 }
 
 void FindBar::searchAnew() {
@@ -128,10 +147,9 @@ void FindBar::searchText(GtkTextView* view) {
   GtkTextBuffer* buffer = gtk_text_view_get_buffer(view);
   GtkTextIter start;
   gtk_text_buffer_get_start_iter(buffer, &start);
-  countedUpTo_ = GRef<GtkTextMark>::adopt(gtk_text_mark_new(nullptr, TRUE));
-  gtk_text_buffer_add_mark(buffer, countedUpTo_.get(), &start);
+  countedUpTo_ = newMark(start);
   gtk_text_buffer_place_cursor(buffer, &start);
-  stepInText(view, Direction::Forward);
+  stepInText(Direction::Forward);
   // After the text that is still coming in.
   counting_.whileIdle([this] { return countPieceOfText(); }, G_PRIORITY_LOW);
 }
@@ -141,15 +159,16 @@ bool FindBar::countPieceOfText() {
   const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
   GtkTextIter from;
   gtk_text_buffer_get_iter_at_mark(buffer, &from, countedUpTo_.get());
-  bool isMore = true;
-  for (int i = 0; i < kMatchesAPiece && isMore; ++i) {
-    GtkTextIter start;
-    GtkTextIter end;
-    isMore = gtk_text_iter_forward_search(&from, text, kTextOptions, &start, &end, nullptr) == TRUE;
-    if (!isMore) break;
-    ++matches_;
-    from = end;
+  GtkTextIter limit = from;
+  gtk_text_iter_forward_chars(&limit, kCharactersAPiece);
+  if (!gtk_text_iter_is_end(&limit)) gtk_text_iter_forward_line(&limit);
+  for (int i = 0; i < kMatchesAPiece; ++i) {
+    const auto match = findForward(from, text, &limit);
+    if (match) ++matches_;
+    from = match ? match->end : limit;
+    if (!match) break;
   }
+  const bool isMore = gtk_text_iter_is_end(&from) == FALSE;
   gtk_text_buffer_move_mark(buffer, countedUpTo_.get(), &from);
   if (!isMore) gtk_text_buffer_delete_mark(buffer, countedUpTo_.get());
   showCount(matches_);
@@ -167,7 +186,7 @@ void FindBar::step(Direction direction) {
   const bool isSame =
       shown.page == page_.get() && (shown.page != nullptr || shown.text == text_.get());
   if (!isSame) return searchAnew();
-  if (text_) return stepInText(text_.get(), direction);
+  if (text_) return stepInText(direction);
   if (!page_) return;
   WebKitFindController* controller = webkit_web_view_get_find_controller(page_.get());
   if (direction == Direction::Forward)
@@ -176,26 +195,61 @@ void FindBar::step(Direction direction) {
     webkit_find_controller_search_previous(controller);
 }
 
-void FindBar::stepInText(GtkTextView* view, Direction direction) {
-  GtkTextBuffer* buffer = gtk_text_view_get_buffer(view);
-  const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
-  const bool isForward = direction == Direction::Forward;
-  const auto search = isForward ? gtk_text_iter_forward_search : gtk_text_iter_backward_search;
-  GtkTextIter selectionStart;
-  GtkTextIter selectionEnd;
-  gtk_text_buffer_get_selection_bounds(buffer, &selectionStart, &selectionEnd);
-  GtkTextIter from = isForward ? selectionEnd : selectionStart;
+/// Selects the next match. In a long text it may be far away, or nowhere, so the search goes on
+/// while nothing else is to do.
+void FindBar::stepInText(Direction direction) {
   GtkTextIter start;
   GtkTextIter end;
-  if (search(&from, text, kTextOptions, &start, &end, nullptr) == FALSE) {
+  gtk_text_buffer_get_selection_bounds(gtk_text_view_get_buffer(text_.get()), &start, &end);
+  forgetMark(soughtUpTo_);
+  soughtUpTo_ = newMark(direction == Direction::Forward ? end : start);
+  direction_ = direction;
+  hasWrapped_ = false;
+  for (int i = 0; i < kPiecesAtOnce; ++i)
+    if (!seekPieceOfText()) return seeking_.cancel();
+  seeking_.whileIdle([this] { return seekPieceOfText(); });
+}
+
+/// True when there is more to look through.
+bool FindBar::seekPieceOfText() {
+  GtkTextBuffer* buffer = gtk_text_view_get_buffer(text_.get());
+  const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
+  const bool isForward = direction_ == Direction::Forward;
+  GtkTextIter from;
+  gtk_text_buffer_get_iter_at_mark(buffer, &from, soughtUpTo_.get());
+  GtkTextIter limit = from;
+  gtk_text_iter_forward_chars(&limit, isForward ? kCharactersAPiece : -kCharactersAPiece);
+  if (!isForward)
+    gtk_text_iter_set_line_offset(&limit, 0);
+  else if (!gtk_text_iter_is_end(&limit))
+    gtk_text_iter_forward_line(&limit);
+  auto match = isForward ? findForward(from, text, &limit) : findBackward(from, text, &limit);
+  if (!match) return seekOn(limit);
+  gtk_text_buffer_select_range(buffer, &match->start, &match->end);
+  gtk_text_view_scroll_to_iter(text_.get(), &match->start, 0.1, FALSE, 0, 0);
+  return false;
+}
+
+/// Goes on at `limit`, or once from the other end. False when all has been looked through.
+bool FindBar::seekOn(const GtkTextIter& limit) {
+  GtkTextBuffer* buffer = gtk_text_view_get_buffer(text_.get());
+  const bool isForward = direction_ == Direction::Forward;
+  GtkTextIter next = limit;
+  const bool isAtEnd =
+      (isForward ? gtk_text_iter_is_end(&limit) : gtk_text_iter_is_start(&limit)) != FALSE;
+  if (isAtEnd) {
+    if (std::exchange(hasWrapped_, true)) return false;
     if (isForward)
-      gtk_text_buffer_get_start_iter(buffer, &from);
+      gtk_text_buffer_get_start_iter(buffer, &next);
     else
-      gtk_text_buffer_get_end_iter(buffer, &from);
-    if (search(&from, text, kTextOptions, &start, &end, nullptr) == FALSE) return;
+      gtk_text_buffer_get_end_iter(buffer, &next);
+  } else if (!isForward) {
+    const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
+    gtk_text_iter_forward_chars(&next,
+                                static_cast<int>(g_utf8_strlen(text, -1)) * kMostCharactersForOne);
   }
-  gtk_text_buffer_select_range(buffer, &start, &end);
-  gtk_text_view_scroll_to_iter(view, &start, 0.1, FALSE, 0, 0);
+  gtk_text_buffer_move_mark(buffer, soughtUpTo_.get(), &next);
+  return true;
 }
 
 }  // namespace lumisk::desktop

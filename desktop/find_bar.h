@@ -35,8 +35,12 @@ class FindBar {
   void searchPage(WebKitWebView* page, const char* text);
   void searchText(GtkTextView* view);
   void step(Direction direction);
-  void stepInText(GtkTextView* view, Direction direction);
+  void stepInText(Direction direction);
+  bool seekPieceOfText();
+  bool seekOn(const GtkTextIter& limit);
   bool countPieceOfText();
+  GRef<GtkTextMark> newMark(const GtkTextIter& at) const;
+  void forgetMark(GRef<GtkTextMark>& mark) const;
   void showCount(unsigned count);
   void forgetTarget();
 
@@ -52,6 +56,10 @@ class FindBar {
   Deferred counting_;
   GRef<GtkTextMark> countedUpTo_;
   unsigned matches_ = 0;
+  Deferred seeking_;
+  GRef<GtkTextMark> soughtUpTo_;
+  Direction direction_ = Direction::Forward;
+  bool hasWrapped_ = false;
 };
 
 }  // namespace lumisk::desktop

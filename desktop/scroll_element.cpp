@@ -106,7 +106,7 @@ class SourceElement final : public NodeElement {
     GtkTextIter start;
     GtkTextIter end;
     gtk_text_buffer_get_bounds(buffer, &start, &end);
-    char* content = gtk_text_buffer_get_text(buffer, &start, &end, TRUE);
+    char* content = gtk_text_buffer_get_text(buffer, &start, &end, FALSE);
     ui::Text text;
     text.text = std::string(content);
     g_free(content);

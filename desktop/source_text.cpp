@@ -27,7 +27,9 @@ std::size_t pieceEnd(std::string_view text, std::size_t start) {
 
 }  // namespace
 
-SourceText::SourceText() : view_(GRef<GtkWidget>::retain(gtk_text_view_new())) {
+SourceText::SourceText()
+    : view_(GRef<GtkWidget>::retain(gtk_text_view_new())),
+      lines_(gtk_text_view_get_buffer(GTK_TEXT_VIEW(view_.get()))) {
   auto* view = GTK_TEXT_VIEW(view_.get());
   gtk_text_view_set_editable(view, FALSE);
   gtk_text_view_set_cursor_visible(view, FALSE);
@@ -47,7 +49,7 @@ void SourceText::setText(const ui::SharedText& text) {
   filling_.cancel();
   text_ = text;
   position_ = 0;
-  gtk_text_buffer_set_text(gtk_text_view_get_buffer(GTK_TEXT_VIEW(view_.get())), "", 0);
+  lines_.clear();
   appendPiece();
 }
 
@@ -66,11 +68,9 @@ bool SourceText::appendPiece() {
   const std::string_view all = text_.view();
   const std::size_t end = pieceEnd(all, position_);
   const std::string piece = displayText(all.substr(position_, end - position_));
-  GtkTextBuffer* buffer = gtk_text_view_get_buffer(GTK_TEXT_VIEW(view_.get()));
-  GtkTextIter last;
-  gtk_text_buffer_get_end_iter(buffer, &last);
-  gtk_text_buffer_insert(buffer, &last, piece.data(), static_cast<int>(piece.size()));
+  lines_.append(piece);
   if (position_ == 0) {
+    GtkTextBuffer* buffer = gtk_text_view_get_buffer(GTK_TEXT_VIEW(view_.get()));
     GtkTextIter first;
     gtk_text_buffer_get_start_iter(buffer, &first);
     gtk_text_buffer_place_cursor(buffer, &first);

@@ -2,14 +2,15 @@
 
 #include <gtk/gtk.h>
 
+#include "desktop/broken_lines.h"
 #include "desktop/gref.h"
 #include "ui/shared_text.h"
 
 namespace lumisk::desktop {
 
-/// A read-only text view for a text of any length. The beginning is there at once; the rest follows
-/// in pieces while nothing else is to do, and only once the view has been on screen, because the
-/// toolkit measures every line of a view that is.
+/// A read-only text view for a text of any length, in lines of any length. The beginning is there
+/// at once; the rest follows in pieces while nothing else is to do, and only once the view has been
+/// on screen, because the toolkit measures every line of a view that is.
 class SourceText {
  public:
   SourceText();
@@ -29,6 +30,7 @@ class SourceText {
   bool appendPiece();
 
   GRef<GtkWidget> view_;
+  BrokenLines lines_;
   ui::SharedText text_;
   std::size_t position_ = 0;
   Deferred filling_;

@@ -1,6 +1,7 @@
 #include "desktop/web_engine.h"
 
 #include "desktop/client_libraries.h"
+#include "desktop/graphics.h"
 #include "desktop/web_extension/store_message.h"
 
 namespace lumisk::desktop {
@@ -21,7 +22,7 @@ GRef<WebKitWebContext> makeContext(const EngineFiles& files) {
   return context;
 }
 
-GRef<WebKitSettings> makeSettings() {
+GRef<WebKitSettings> makeSettings(bool hasCard) {
   auto settings = GRef<WebKitSettings>::adopt(webkit_settings_new());
   webkit_settings_set_enable_javascript(settings.get(), TRUE);
   webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), FALSE);
@@ -29,6 +30,9 @@ GRef<WebKitSettings> makeSettings() {
   webkit_settings_set_enable_html5_local_storage(settings.get(), FALSE);
   webkit_settings_set_enable_html5_database(settings.get(), FALSE);
   webkit_settings_set_enable_page_cache(settings.get(), FALSE);
+  if (!hasCard)
+    webkit_settings_set_hardware_acceleration_policy(settings.get(),
+                                                     WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
   return settings;
 }
 
@@ -67,7 +71,9 @@ void refuseDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer) {
 WebEngine::WebEngine(const EngineFiles& files)
     : context_(makeContext(files)),
       session_(GRef<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral())),
-      settings_(makeSettings()) {
+      settings_(makeSettings(hasGraphicsCard())) {
+  GdkDisplay* display = gdk_display_get_default();
+  if (display != nullptr && !hasGraphicsCard()) drawInSoftware(display);
   g_signal_connect(session_.get(), "download-started", G_CALLBACK(refuseDownload), nullptr);
 }
 

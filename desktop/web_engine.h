@@ -22,7 +22,8 @@ struct EngineFiles {
 };
 
 /// What all web views of the program share: the web context with its web-process extension, the
-/// settings, and one network session that keeps nothing on the disk.
+/// settings, and one network session that keeps nothing on the disk. To be made before the first
+/// window: how windows are drawn is chosen together with how pages are (`graphics.h`).
 class WebEngine {
  public:
   explicit WebEngine(const EngineFiles& files);

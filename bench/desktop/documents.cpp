@@ -9,6 +9,8 @@
 namespace lumisk::bench {
 namespace {
 
+constexpr int kProseForOneSection = 4;
+
 constexpr const char* kSection = R"(## What the section says
 
 A paragraph of *prose* with a [link](other.md), `code`, a formula $e^{i\pi} + 1 = 0$ and **weight**,
@@ -46,6 +48,19 @@ for file in *.md; do lumisk page "$file" > "${file%.md}.html"; done
 
 )";
 
+constexpr const char* kProse = R"(## In other words
+
+Most of a document is words: sentences that follow one another, with a *stressed* one here, a `name`
+there and a [link](other.md) in between. A previewer is judged by how soon they can be read.
+
+- Lists have items of a line or two, which is what most of them look like,
+- and some of them say `code`.
+
+They go on for a while, because a document of one paragraph would be no measure of anything, and a
+document of a hundred pages is not what people put beside their programs either.
+
+)";
+
 constexpr const char* kDiagram = R"(```mermaid
 graph TD
   A[Request] --> B{Kind}
@@ -61,6 +76,7 @@ std::string sections(std::size_t size, const std::string& opening) {
   std::string text = opening;
   do {
     text += kSection;
+    for (int i = 0; i < kProseForOneSection; ++i) text += kProse;
   } while (text.size() < size);
   return text;
 }

@@ -18,7 +18,7 @@ class Documents {
   std::string source(std::size_t size) const;
   std::string json(std::size_t size) const;
   std::string table(std::size_t size) const;
-  /// Paragraphs, code in four languages and formulas.
+  /// Sections of 3 KB: prose, a list, a table, code in four languages, two formulas, a call-out.
   std::string markdown(std::size_t size) const;
   /// The same with a diagram.
   std::string markdownWithDiagram(std::size_t size) const;

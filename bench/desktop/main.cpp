@@ -28,6 +28,7 @@ constexpr Part kParts[] = {{"warm", measureWarm},
 
 int main(int argc, char** argv) {
   const std::string_view wanted = argc > 1 ? argv[1] : "all";
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);  // a row is worth seeing as soon as it is there
   const VisibleScreen screen;
   const Documents documents;
   bool isKnown = false;

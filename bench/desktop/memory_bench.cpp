@@ -20,7 +20,6 @@ void printTree(const char* moment, const Previewer& previewer) {
   for (const TreeProcess& process : tree)
     std::printf(" %s %.0f", process.name.c_str(), static_cast<double>(process.kilobytes) / 1024);
   std::puts(" |");
-  std::fflush(stdout);
 }
 
 struct Held {
@@ -61,8 +60,12 @@ void measureMemory(const VisibleScreen& screen, const Documents& documents) {
 
 void measureEndurance(const VisibleScreen& screen, const Documents& documents) {
   const std::vector<std::string> paths = {
-      documents.markdownWithDiagram(2000), documents.markdown(8192), documents.json(20'000),
-      documents.table(20'000),             documents.source(20'000), documents.folder(200),
+      documents.markdownWithDiagram(2000),
+      documents.markdown(8192),
+      documents.json(20'000),
+      documents.table(20'000),
+      documents.source(20'000),
+      documents.folder(200),
       documents.file("not-text.bin", std::string("\xff\xfe\x00", 3))};
   std::puts("\n| previews of mixed kinds | processes | descriptors | memory |");
   std::puts("| --- | --- | --- | --- |");
@@ -77,7 +80,6 @@ void measureEndurance(const VisibleScreen& screen, const Documents& documents) {
     const Held held = heldBy(previewer);
     std::printf("| after %d | %zu | %d | %.0f MB |\n", i + 1, held.processes, held.descriptors,
                 static_cast<double>(held.kilobytes) / 1024);
-    std::fflush(stdout);
   }
 }
 

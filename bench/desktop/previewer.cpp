@@ -3,7 +3,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 
 #include "bench/desktop/process_tree.h"
 #include "desktop/service/owned.h"
@@ -57,7 +56,9 @@ Previewer::~Previewer() {
 
 void Previewer::start() {
   run("--gapplication-service", "");
-  for (double waited = 0; process() == 0 && waited < kLongestStart; waited += kStep) wait(kStep);
+  // The application's name is there a moment before its objects are; other callers use other names,
+  // which are claimed last.
+  for (double waited = 0; !visible() && waited < kLongestStart; waited += kStep) wait(kStep);
 }
 
 void Previewer::startWith(const std::string& path) { run("open", path); }
@@ -102,12 +103,12 @@ void Previewer::show(const std::string& path) {
 
 void Previewer::close() { call("Close", nullptr); }
 
-bool Previewer::isVisible() const {
+std::optional<bool> Previewer::visible() const {
   const OwnedVariant answer(g_dbus_connection_call_sync(
       bus_, kApplicationId, kFilesPreviewerPath, "org.freedesktop.DBus.Properties", "Get",
       g_variant_new("(ss)", kFilesInterface, "Visible"), G_VARIANT_TYPE("(v)"),
       G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr));
-  if (!answer) return false;
+  if (!answer) return std::nullopt;
   GVariant* value = nullptr;
   g_variant_get(answer.get(), "(v)", &value);
   const OwnedVariant owned(value);

@@ -3,6 +3,7 @@
 #include <gio/gio.h>
 #include <sys/types.h>
 
+#include <optional>
 #include <string>
 
 namespace lumisk::bench {
@@ -24,7 +25,8 @@ class Previewer {
 
   void show(const std::string& path);
   void close();
-  bool isVisible() const;
+  /// Whether a panel is there; nothing when the service does not answer.
+  std::optional<bool> visible() const;
   /// 0 when the service is not there.
   pid_t process() const;
 

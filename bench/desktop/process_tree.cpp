@@ -24,7 +24,8 @@ long kilobytesOf(pid_t process) {
 /// Each thread has its own list of those it started.
 void addChildren(pid_t process, std::vector<pid_t>& ids) {
   std::error_code error;
-  for (const auto& thread : std::filesystem::directory_iterator(folderOf(process) + "/task", error)) {
+  for (const auto& thread :
+       std::filesystem::directory_iterator(folderOf(process) + "/task", error)) {
     std::ifstream children(thread.path() / "children");
     for (pid_t child = 0; children >> child;) ids.push_back(child);
   }

@@ -11,6 +11,8 @@ constexpr int kEdge = 6;    // pixels
 // Between two looks at the screen; what is measured has to run as well.
 constexpr double kPause = 0.003;  // seconds
 
+constexpr int kMostEdgesWithoutText = 60;
+
 using Pixels = std::vector<std::uint32_t>;
 
 /// Looks at the page's part for as long as it changes.
@@ -18,17 +20,24 @@ class PageWatch {
  public:
   PageWatch(const VisibleScreen& screen, const Area& area) : screen_(screen), area_(area) {}
 
+  /// What is there now is no change.
+  void begin() { pixels_ = screen_.sample(area_); }
+
   void look(double time, Seen& seen) {
     Pixels pixels = screen_.sample(area_);
-    const bool isFirst = pixels_.empty();
     if (pixels == pixels_) return;
     pixels_ = std::move(pixels);
     lastChange_ = time;
-    if (isFirst) return;
     if (seen.firstOfPage == 0) seen.firstOfPage = time;
     seen.complete = time;
   }
   double lastChange() const { return lastChange_; }
+  /// Along a line through text the pixels change all the time; an empty page has a few edges.
+  bool showsText() const {
+    int edges = 0;
+    for (std::size_t i = 1; i < pixels_.size(); ++i) edges += pixels_[i] != pixels_[i - 1] ? 1 : 0;
+    return edges > kMostEdgesWithoutText;
+  }
 
  private:
   const VisibleScreen& screen_;
@@ -54,6 +63,7 @@ std::optional<Seen> watch(const VisibleScreen& screen, const std::function<void(
   const Pixels before = screen.sample(screen.whole());
   const auto shown = screen.window();
   std::optional<PageWatch> page;
+  if (shown) page.emplace(screen, pageArea(*shown)).begin();
   Seen seen;
   const double start = now();
   request();
@@ -64,10 +74,11 @@ std::optional<Seen> watch(const VisibleScreen& screen, const std::function<void(
       seen.firstPixels = now() - start;
     }
     if (seen.firstPixels != 0) {
-      const auto window = shown ? shown : screen.window();
-      if (!page && window) page.emplace(screen, pageArea(*window));
+      const auto window = page ? std::nullopt : screen.window();
+      if (window) page.emplace(screen, pageArea(*window));
       if (page) page->look(now() - start, seen);
-      if (seen.complete != 0 && now() - start - page->lastChange() > options.quiet) return seen;
+      const bool isQuiet = page && now() - start - page->lastChange() > options.quiet;
+      if (isQuiet && seen.complete != 0 && page->showsText()) return seen;
     }
     wait(kPause);
   }

@@ -12,7 +12,8 @@ namespace lumisk::bench {
 struct Seen {
   /// Any pixel of the screen changed: the panel is there.
   double firstPixels = 0;
-  /// The page's part of the panel changed for the first time after the panel was there.
+  /// The page's part of the panel changed for the first time; of a panel that was not there, the
+  /// panel itself.
   double firstOfPage = 0;
   /// It changed for the last time: the page, its fonts, colours, formulas and diagrams are there.
   double complete = 0;
@@ -20,7 +21,7 @@ struct Seen {
 
 struct WatchOptions {
   /// How long nothing may change before the page counts as complete.
-  double quiet = 0.5;
+  double quiet = 0.8;
   /// How long to wait for a first change.
   double longest = 60;
   /// Called over and over with the time since the request.
