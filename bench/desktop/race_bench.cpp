@@ -1,14 +1,13 @@
 // race_bench [PEER]
 //
 // Lumisk beside the previewer that the desktop ships, seen from outside in the same way: from the
-// call on the bus to the first pixel on the screen that is another, and to the last one. PEER is
-// the other program's command. Run it as
+// call on the bus to the first pixel on the screen that is another, and to the last one of the
+// document, below the window's title and buttons. PEER is the other program's command. Run it as
 //
 //     tests/desktop/with-display tests/desktop/with-integration BUILD/bin/lumisk
 //     BUILD/bin/race_bench
 //
-// The screen is looked at every 3 ms, in columns 40 pixels apart: that is the resolution, and cheap
-// enough to leave the processors to what is measured. The two take turns on every file.
+// The two take turns on every file. watch.h says how the screen is looked at.
 
 #include <algorithm>
 #include <array>
@@ -30,39 +29,15 @@ namespace {
 constexpr const char* kPeer = "/usr/libexec/org.gnome.NautilusPreviewer";
 constexpr int kWarmRounds = 5;
 constexpr int kColdRounds = 3;
-constexpr double kPause = 0.003;  // seconds between two looks
-constexpr double kQuiet = 1;      // seconds; what has not changed for so long is complete
-constexpr double kLongest = 30;   // seconds
+constexpr double kQuiet = 1.2;    // seconds; what has not changed for so long is complete
+constexpr double kLongest = 10;   // seconds
 constexpr double kBetween = 0.7;  // seconds; a person closes one and opens the next
 constexpr double kSettled = 3;    // seconds
 constexpr double kMillisecond = 1e-3;
 
-using Pixels = std::vector<std::uint32_t>;
-
-struct Shown {
-  double firstPixels = 0;
-  double complete = 0;
-};
-
-std::optional<Shown> show(const VisibleScreen& screen, const RacedPreviewer& previewer,
-                          const std::string& path) {
-  const Area whole = screen.whole();
-  const Pixels before = screen.sample(whole);
-  Pixels latest = before;
-  Shown shown;
-  const double start = now();
-  previewer.show(path);
-  for (double time = 0; time < kLongest; time = now() - start) {
-    Pixels pixels = screen.sample(whole);
-    if (pixels != latest) {
-      shown.complete = now() - start;
-      if (shown.firstPixels == 0) shown.firstPixels = shown.complete;
-      latest = std::move(pixels);
-    }
-    if (shown.complete != 0 && now() - start - shown.complete > kQuiet) return shown;
-    wait(kPause);
-  }
-  return std::nullopt;
+std::optional<Seen> show(const VisibleScreen& screen, const RacedPreviewer& previewer,
+                         const std::string& path) {
+  return watch(screen, [&] { previewer.show(path); }, {.quiet = kQuiet, .longest = kLongest});
 }
 
 struct Samples {
