@@ -9,6 +9,8 @@
 namespace lumisk::desktop {
 namespace {
 
+constexpr double kLeastOpacity = 1.0 / 255;
+
 void received(WebKitUserContentManager*, JSCValue* value, gpointer handler) {
   static_cast<ScriptMessageHandler*>(handler)->didReceiveScriptMessage(scriptMessageBody(value));
 }
@@ -24,7 +26,7 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
     if (delegate_ != nullptr) delegate_->didFinishNavigation();
     if (views.onFinished) views.onFinished();
   };
-  live_->onCommitted = [this] { gtk_widget_set_opacity(widget(), 1); };
+  live_->onDrawn = [this] { gtk_widget_set_opacity(widget(), 1); };
   live_->onTerminated = [this] { terminated(); };
   live_->onHistoryChanged = [this] {
     if (owner_.onHistoryChanged) owner_.onHistoryChanged();
@@ -64,22 +66,23 @@ void DesktopWebView::setNavigationDelegate(NavigationDelegate& delegate) { deleg
 
 void DesktopWebView::loadFileURL(const FileURL& url, const FileURL& /*readAccessURL*/) {
   // The engine lets a page that comes from a file show images from the whole disk.
-  hideUntilCommitted();
+  hideUntilDrawn();
   live_->load(pageAddress(url.absoluteString(), owner_.nextLoad()));
 }
 
 void DesktopWebView::loadHTMLString(const ui::SharedText& html,
                                     const std::optional<FileURL>& baseURL) {
-  hideUntilCommitted();
+  hideUntilDrawn();
   owner_.liveViews_.engine().willLoad(Diagrams::Possible);
   const std::string text(html.view());
   const std::string base = baseURL ? std::string(baseURL->absoluteString()) : std::string();
   live_->loadText(text.c_str(), baseURL ? base.c_str() : nullptr);
 }
 
-/// The view still holds the picture of what it showed before; the window's colour stands in until
-/// the engine has let go of it.
-void DesktopWebView::hideUntilCommitted() { gtk_widget_set_opacity(widget(), 0); }
+/// The view still holds the picture of what it showed before, also after the engine has taken up
+/// the page; the window's colour stands in until there is another. Not quite clear: a page that is
+/// not drawn at all gets no frames.
+void DesktopWebView::hideUntilDrawn() { gtk_widget_set_opacity(widget(), kLeastOpacity); }
 
 void DesktopWebView::terminated() {
   if (owner_.onTerminated) owner_.onTerminated();

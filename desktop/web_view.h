@@ -34,7 +34,7 @@ class DesktopWebView final : public WebView {
     std::unique_ptr<SignalHandler> received;
   };
   void connect(const WebViewConfiguration& configuration);
-  void hideUntilCommitted();
+  void hideUntilDrawn();
   void terminated();
 
   DesktopWebViews& owner_;
