@@ -1,8 +1,8 @@
-// race_bench [PEER]
+// race_bench [warm|cold|memory]
 //
 // Lumisk beside the previewer that the desktop ships, seen from outside in the same way: from the
 // call on the bus to the first pixel on the screen that is another, and to the last one of the
-// document, below the window's title and buttons. PEER is the other program's command. Run it as
+// document, below the window's title and buttons. Run it as
 //
 //     tests/desktop/with-display tests/desktop/with-integration BUILD/bin/lumisk
 //     BUILD/bin/race_bench
@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bench/desktop/documents.h"
@@ -124,33 +125,40 @@ void measureMemory(const VisibleScreen& screen, const RacedPreviewer& previewer,
   previewer.stop();
 }
 
-int run(const std::string& peer) {
+void measureMemories(const VisibleScreen& screen, const Racers& racers, const std::string& path) {
+  std::puts("\n| memory of the process tree (PSS) | sum | by process, MB |");
+  std::puts("| --- | --- | --- |");
+  for (const RacedPreviewer* racer : racers) measureMemory(screen, *racer, path);
+}
+
+void printHeader() {
+  std::puts(
+      "| ms, median (range) | our first pixels | our complete | peer's first pixels | peer's "
+      "complete |");
+  std::puts("| --- | --- | --- | --- | --- |");
+}
+
+int run(std::string_view part) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   const VisibleScreen screen;
   const Documents documents;
   const RacedPreviewer ours("Lumisk", LUMISK_PREVIEWER " --gapplication-service");
-  const RacedPreviewer theirs("peer", peer);
+  const RacedPreviewer theirs("peer", kPeer);
   const Racers racers = {&ours, &theirs};
   std::string text;
   for (int i = 0; i < 200; ++i) text += "Line " + std::to_string(i) + " of some plain notes.\n";
   const std::vector<File> files = {{"text, 6 KB", documents.file("notes.txt", text)},
                                    {"code, 100 KB", documents.source(std::size_t{100} * 1024)},
                                    {"Markdown, 6 KB", documents.markdown(6000)}};
-  std::puts(
-      "| ms, median (range) | our first pixels | our complete | peer's first pixels | peer's "
-      "complete |");
-  std::puts("| --- | --- | --- | --- | --- |");
-  race(screen, racers, files, Start::Warm);
-  race(screen, racers, files, Start::Cold);
-  std::puts("\n| memory of the process tree (PSS) | sum | by process, MB |");
-  std::puts("| --- | --- | --- |");
-  for (const RacedPreviewer* racer : racers) measureMemory(screen, *racer, files.back().path);
+  const auto isWanted = [&](std::string_view name) { return part == "all" || part == name; };
+  if (part != "memory") printHeader();
+  if (isWanted("warm")) race(screen, racers, files, Start::Warm);
+  if (isWanted("cold")) race(screen, racers, files, Start::Cold);
+  if (isWanted("memory")) measureMemories(screen, racers, files.back().path);
   return 0;
 }
 
 }  // namespace
 }  // namespace lumisk::bench
 
-int main(int argc, char** argv) {
-  return lumisk::bench::run(argc > 1 ? argv[1] : lumisk::bench::kPeer);
-}
+int main(int argc, char** argv) { return lumisk::bench::run(argc > 1 ? argv[1] : "all"); }
