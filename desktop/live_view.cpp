@@ -14,6 +14,30 @@ constexpr const char* kBlankBase = "file:///";
 constexpr const char* kForgetScript =
     "try { sessionStorage.clear(); } catch (e) {} window.name = '';";
 
+/// Ends when a frame of the page has left the web process. Until it has something to paint, or all
+/// of its text, the engine holds the frames back. Drawn by the processor, a frame goes out before
+/// anything else runs in the page; a graphics card is done with it by the next one.
+constexpr const char* kFrame = R"js(
+  const nextFrame = () => new Promise((done) => requestAnimationFrame(done));
+  const isPainted = () => performance.getEntriesByType('paint').length > 0;
+  while (document.readyState === 'loading' && !isPainted()) await nextFrame();
+  await nextFrame();
+  await (isDrawnByCard ? nextFrame() : new Promise((done) => setTimeout(done)));
+)js";
+/// Where a page cannot put functions of its own in the place of the engine's.
+constexpr const char* kHostWorld = "lumisk-host";
+
+/// A boolean would be refused: the engine takes numbers, texts, arrays and dictionaries.
+GVariant* frameArguments(WebKitWebView* view) {
+  const bool isDrawnByCard =
+      webkit_settings_get_hardware_acceleration_policy(webkit_web_view_get_settings(view)) !=
+      WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER;
+  GVariantDict arguments;
+  g_variant_dict_init(&arguments, nullptr);
+  g_variant_dict_insert(&arguments, "isDrawnByCard", "i", isDrawnByCard ? 1 : 0);
+  return g_variant_dict_end(&arguments);
+}
+
 int entriesBehind(WebKitWebView* view) {
   GList* entries =
       webkit_back_forward_list_get_back_list(webkit_web_view_get_back_forward_list(view));
@@ -51,8 +75,11 @@ LiveView::LiveView(const WebEngine& engine)
       loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
       terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this) {}
 
+LiveView::~LiveView() { forgetFrame(); }
+
 void LiveView::scrub() {
-  onFinished = onCommitted = onTerminated = onHistoryChanged = nullptr;
+  forgetFrame();
+  onFinished = onDrawn = onTerminated = onHistoryChanged = nullptr;
   webkit_web_view_stop_loading(view());
   webkit_find_controller_search_finish(webkit_web_view_get_find_controller(view()));
   webkit_web_view_set_zoom_level(view(), 1.0);
@@ -64,21 +91,22 @@ void LiveView::scrub() {
   isScrubbed_ = true;
 }
 
-void LiveView::load(const std::string& address) {
+void LiveView::begin(const std::string& awaited) {
+  forgetFrame();
   if (isScrubbed_ && firstSession_)
     webkit_web_view_restore_session_state(view(), firstSession_.get());
   isScrubbed_ = false;
   hasLeftDocument_ = false;
-  awaited_ = address;
+  awaited_ = awaited;
+}
+
+void LiveView::load(const std::string& address) {
+  begin(address);
   webkit_web_view_load_uri(view(), address.c_str());
 }
 
 void LiveView::loadText(const char* html, const char* baseUri) {
-  if (isScrubbed_ && firstSession_)
-    webkit_web_view_restore_session_state(view(), firstSession_.get());
-  isScrubbed_ = false;
-  hasLeftDocument_ = false;
-  awaited_ = baseUri == nullptr ? "about:blank" : baseUri;
+  begin(baseUri == nullptr ? "about:blank" : baseUri);
   webkit_web_view_load_html(view(), html, baseUri);
 }
 
@@ -122,11 +150,32 @@ void LiveView::committed() {
     awaited_.clear();
     entriesBefore_ = entriesBehind(view());
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
-    call(onCommitted);
+    if (onDrawn) askForFrame();
   } else {
     hasLeftDocument_ = true;
   }
   call(onHistoryChanged);
+}
+
+void LiveView::askForFrame() {
+  webkit_web_view_call_async_javascript_function(view(), kFrame, -1, frameArguments(view()),
+                                                 kHostWorld, nullptr, askingForFrame_.get(),
+                                                 &LiveView::frameDrawn, this);
+}
+
+void LiveView::forgetFrame() {
+  g_cancellable_cancel(askingForFrame_.get());
+  askingForFrame_ = GRef<GCancellable>::adopt(g_cancellable_new());
+}
+
+void LiveView::frameDrawn(GObject* view, GAsyncResult* result, gpointer self) {
+  GError* error = nullptr;
+  JSCValue* value =
+      webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(view), result, &error);
+  const bool isCancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) == TRUE;
+  g_clear_error(&error);
+  if (value != nullptr) g_object_unref(value);
+  if (!isCancelled) call(static_cast<LiveView*>(self)->onDrawn);
 }
 
 void LiveView::finished() {

@@ -21,6 +21,9 @@ namespace lumisk::desktop {
 class LiveView {
  public:
   explicit LiveView(const WebEngine& engine);
+  LiveView(const LiveView&) = delete;
+  LiveView& operator=(const LiveView&) = delete;
+  ~LiveView();
 
   WebKitWebView* view() const { return view_.get(); }
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
@@ -37,8 +40,8 @@ class LiveView {
 
   /// A navigation finished, the load of the host's or a later one, and did not fail.
   std::function<void()> onFinished;
-  /// The engine took up the page. The widget shows what was there before until it is drawn.
-  std::function<void()> onCommitted;
+  /// The view shows the host's page, and no longer the picture of what was there before.
+  std::function<void()> onDrawn;
   /// The web process ended by itself.
   std::function<void()> onTerminated;
   /// What can be gone back to has changed.
@@ -48,9 +51,12 @@ class LiveView {
   static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
   static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*, gpointer self);
   static void terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self);
-  void started();
+  static void frameDrawn(GObject* view, GAsyncResult* result, gpointer self);
+  void begin(const std::string& awaited);
   void committed();
   void finished();
+  void askForFrame();
+  void forgetFrame();
 
   struct FreeSession {
     void operator()(WebKitWebViewSessionState* state) const {
@@ -62,6 +68,7 @@ class LiveView {
   SignalHandler loadChanged_;
   SignalHandler loadFailed_;
   SignalHandler terminated_;
+  GRef<GCancellable> askingForFrame_ = GRef<GCancellable>::adopt(g_cancellable_new());
   /// The address of the host's load that has not been committed yet, empty afterwards.
   std::string awaited_;
   /// The history as it was after the view's first page: restoring it forgets all that came later.

@@ -32,10 +32,11 @@ bool isSeen(GtkWidget* widget) {
   return true;
 }
 
+/// A boolean would be refused: the engine takes numbers, texts, arrays and dictionaries.
 GVariant* settledArguments(bool isPageSeen) {
   GVariantDict arguments;
   g_variant_dict_init(&arguments, nullptr);
-  g_variant_dict_insert(&arguments, "isSeen", "b", isPageSeen);
+  g_variant_dict_insert(&arguments, "isSeen", "i", isPageSeen ? 1 : 0);
   return g_variant_dict_end(&arguments);
 }
 

@@ -9,9 +9,7 @@
 namespace lumisk::desktop {
 namespace {
 
-/// The least that is not nothing: white on black becomes the darkest gray but black. The engine
-/// makes no frames for a widget that is not drawn at all.
-constexpr double kUnseen = 1.0 / 255;
+constexpr double kLeastOpacity = 1.0 / 255;
 
 void received(WebKitUserContentManager*, JSCValue* value, gpointer handler) {
   static_cast<ScriptMessageHandler*>(handler)->didReceiveScriptMessage(scriptMessageBody(value));
@@ -28,9 +26,7 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
     if (delegate_ != nullptr) delegate_->didFinishNavigation();
     if (views.onFinished) views.onFinished();
   };
-  live_->onCommitted = [this] {
-    firstFrame_.wait(view(), [this] { gtk_widget_set_opacity(widget(), 1); });
-  };
+  live_->onDrawn = [this] { gtk_widget_set_opacity(widget(), 1); };
   live_->onTerminated = [this] { terminated(); };
   live_->onHistoryChanged = [this] {
     if (owner_.onHistoryChanged) owner_.onHistoryChanged();
@@ -83,12 +79,10 @@ void DesktopWebView::loadHTMLString(const ui::SharedText& html,
   live_->loadText(text.c_str(), baseURL ? base.c_str() : nullptr);
 }
 
-/// The view still holds the picture of what it showed before; the window's colour stands in until
-/// there is one of the new page.
-void DesktopWebView::hideUntilDrawn() {
-  firstFrame_.stop();
-  gtk_widget_set_opacity(widget(), kUnseen);
-}
+/// The view still holds the picture of what it showed before, also after the engine has taken up
+/// the page; the window's colour stands in until there is another. Not quite clear: a page that is
+/// not drawn at all gets no frames.
+void DesktopWebView::hideUntilDrawn() { gtk_widget_set_opacity(widget(), kLeastOpacity); }
 
 void DesktopWebView::terminated() {
   if (owner_.onTerminated) owner_.onTerminated();

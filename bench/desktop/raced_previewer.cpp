@@ -30,15 +30,23 @@ std::filesystem::path serviceFolder(const std::string& command) {
   return folder;
 }
 
+/// A test's bus takes the display out of the environment, which the next one hands to its programs.
+GTestDBus* startedBus(const std::filesystem::path& services) {
+  const std::string display = std::getenv("DISPLAY");
+  GTestDBus* bus = g_test_dbus_new(G_TEST_DBUS_NONE);
+  g_test_dbus_add_service_dir(bus, services.c_str());
+  g_test_dbus_up(bus);
+  setenv("DISPLAY", display.c_str(), 1);
+  return bus;
+}
+
 }  // namespace
 
 RacedPreviewer::RacedPreviewer(const std::string& label, const std::string& command)
     : label_(label),
       services_(serviceFolder(command)),
-      bus_(g_test_dbus_new(G_TEST_DBUS_NONE)),
+      bus_(startedBus(services_)),
       connection_(nullptr) {
-  g_test_dbus_add_service_dir(bus_, services_.c_str());
-  g_test_dbus_up(bus_);
   constexpr auto kFlags =
       static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                         G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);

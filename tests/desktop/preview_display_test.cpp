@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <fstream>
 
 #include "desktop/page_drawing.h"
@@ -167,6 +169,41 @@ TEST_F(PreviewTest, TheModesOfDataAreTwoPages) {
   EXPECT_EQ(evaluate(preview.page(), "document.querySelector('pre').textContent"),
             "{\"b\":[1,2],\"a\":null}");
   EXPECT_EQ(evaluate(preview.page(), "document.querySelectorAll('pre code.hljs').length"), "1");
+}
+
+/// Whether any pixel is of a red that no page has by itself.
+bool hasRed(GdkTexture* picture) {
+  const auto width = static_cast<std::size_t>(gdk_texture_get_width(picture));
+  const auto height = static_cast<std::size_t>(gdk_texture_get_height(picture));
+  std::vector<std::uint32_t> pixels(width * height);
+  gdk_texture_download(picture, reinterpret_cast<guchar*>(pixels.data()), width * 4);
+  return std::any_of(pixels.begin(), pixels.end(),
+                     [](std::uint32_t pixel) { return (pixel & 0xffffff) == 0xff0000; });
+}
+
+TEST_F(PreviewTest, NothingIsSeenOfTheDocumentBefore) {
+  std::string text;
+  for (int i = 0; i < 5000; ++i) text += "int value" + std::to_string(i) + " = 0;  // a line\n";
+  writeAll(folder_ / "long.cpp", text);
+  {
+    Preview before(folder_ / "main.cpp");
+    ASSERT_TRUE(before.finishes());
+    evaluate(before.page(),
+             "document.documentElement.style.background = "
+             "document.body.style.background = '#ff0000'");
+    ASSERT_TRUE(runUntil([&] {
+      const auto picture = desktop::pictureOf(before.presentation().widget());
+      return picture && hasRed(picture.get());
+    }));
+  }
+  Preview preview(folder_ / "long.cpp");
+  bool isRedSeen = false;
+  ASSERT_TRUE(runUntil([&] {
+    const auto picture = desktop::pictureOf(preview.presentation().widget());
+    isRedSeen = isRedSeen || (picture && hasRed(picture.get()));
+    return preview.finishedLoads() > 0;
+  }));
+  EXPECT_FALSE(isRedSeen);
 }
 
 TEST_F(PreviewTest, RowsKeepTheirColumns) {
