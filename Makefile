@@ -6,6 +6,8 @@ PACKAGES_headless := build test
 PACKAGES_desktop  := build test desktop desktop-test
 .DEFAULT_GOAL := help
 PREFIX ?= /usr/local
+# Not every shell knows what "~" means there.
+override PREFIX := $(PREFIX:~/%=$(HOME)/%)
 .PHONY: help preview test bench format lint sanitize thread setup build install uninstall deb
 
 help:
