@@ -262,7 +262,8 @@ TEST_F(FileManagerTest, BadCallsGetACalmPageAndTheNextIsServed) {
     EXPECT_EQ(show(uri("missing.md"), handle, false).standardOutput, "()\n");
     EXPECT_TRUE(shows("missing.md")) << handle;
   }
-  for (const char* address : {"no address", "file:///%zz", "file://elsewhere/x", "nowhere:///x"}) {
+  for (const char* address : {"no address", "file:///%zz", "file://elsewhere/x", "nowhere:///x",
+                              "trash:///a.md", "mtp://[usb:001,004]/a.md", "smb://server/a.md"}) {
     EXPECT_EQ(show(address, "", false).standardOutput, "()\n");
     EXPECT_TRUE(shows(address)) << address;
   }
