@@ -31,7 +31,9 @@ class WaylandTest : public testing::Test {
   }
   bool shows(const std::string& name) const {
     const std::string window = "top-level window '" + name + "' of org.lumisk.Previewer";
-    return eventually([&] { return scene().find(window) != std::string::npos; });
+    const bool isShown = eventually([&] { return scene().find(window) != std::string::npos; });
+    EXPECT_TRUE(isShown) << name << ", visible by its own word: " << isVisible() << "\n" << scene();
+    return isShown;
   }
   bool closes() const {
     return eventually([&] {
@@ -47,9 +49,11 @@ class WaylandTest : public testing::Test {
   }
   /// Into the middle of the screen, where every window of the previewer's size is.
   void clickThePreview() {
-    ASSERT_EQ(desktop_.windows().size(), 1u) << "the compositor's screen";
-    const ScreenPlace screen = desktop_.placeOf(desktop_.windows().front());
+    const auto compositor = [&] { return desktop_.windowOf("weston-1"); };
+    ASSERT_TRUE(eventually([&] { return compositor() != 0; })) << "its screen";
+    const ScreenPlace screen = desktop_.placeOf(compositor());
     clickAt(screen.x + screen.width / 2, screen.y + screen.height / 2);
+    ASSERT_TRUE(eventually([&] { return desktop_.hasKeyboard(compositor()); }));
   }
 
   TemporaryFolder folder_;
