@@ -7,6 +7,8 @@ PACKAGES_desktop  := build test desktop desktop-test
 BENCH_desktop     := test desktop desktop-test desktop-bench
 .DEFAULT_GOAL := help
 PREFIX ?= /usr/local
+# Not every shell knows what "~" means there.
+override PREFIX := $(PREFIX:~/%=$(HOME)/%)
 .PHONY: help preview test bench format lint sanitize thread setup build install uninstall deb
 
 help:

@@ -161,6 +161,14 @@ class CommandParser {
   bool optionsEnded_ = false;
 };
 
+bool asksForHelp(std::span<const std::string_view> words) {
+  for (const std::string_view word : words) {
+    if (word == "--help") return true;
+    if (word == "--") break;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::string_view nameOf(DocumentMode mode) {
@@ -184,6 +192,7 @@ ParseResult parseArguments(const std::vector<std::string_view>& words) {
     if (words[0] == command.name) return CommandParser(command).parse(all.subspan(1));
   }
   if (words[0] == "snapshot") {
+    if (asksForHelp(all)) return Arguments{.subcommand = Subcommand::Help};
     return Arguments{.subcommand = Subcommand::Snapshot, .paths = {words.begin() + 1, words.end()}};
   }
   const bool isHelp = words[0] == "--help" || words[0] == "-h";

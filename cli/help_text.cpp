@@ -6,7 +6,7 @@ const std::string_view kHelpText =
     R"(Usage: lumisk [open] PATH…
        lumisk page [--dark|--light] [--mode MODE] PATH
        lumisk describe [--dark|--light] [--mode MODE] PATH
-       lumisk snapshot [--dark] [--size WxH] [--mode MODE] PATH PICTURE
+       lumisk snapshot [--dark|--light] [--size WxH] [--mode MODE] PATH PICTURE
        lumisk integrate [--remove|--status]
        lumisk --help | --version
 
@@ -18,21 +18,23 @@ Commands:
   page PATH            write the finished HTML page of the file PATH to standard
                        output
   describe PATH        write an outline of everything the preview of PATH shows:
-                       one element a line, web pages by their length and base
+                       one element a line, web pages by their length, digest
+                       and base
   snapshot PATH PICTURE
                        write a picture of the preview in the PNG format
   integrate            make Lumisk the previewer of your file manager: Space
                        shows the selected item
 
-PATH is a path or a file: URI. Markdown becomes a document, JSON and JSON Lines
-are laid out, CSV and TSV become tables, any other text coloured source.
+PATH is a path or a file: URI; open takes other URIs, too, such as trash:///a.
+Markdown becomes a document, JSON and JSON Lines are laid out, CSV and TSV
+become tables, any other text coloured source, a folder a list.
 
 Options:
   --dark, --light      the appearance (default: light)
   --mode MODE          for JSON and JSON Lines: "formatted" lays the document
                        out, "text" shows it as it stands (default: formatted
-                       for JSON, text for JSON Lines); describe takes "rendered"
-                       and "source" for Markdown, too
+                       for JSON, text for JSON Lines); describe and snapshot
+                       take "rendered" and "source" for Markdown, too
   --size WxH           the size of the picture, such as 800x600
   --remove             give the file manager its own previewer back
   --status             say which previewer the file managers start

@@ -51,8 +51,8 @@ class SnapshotParser {
 
  private:
   void takeOption(std::string_view word) {
-    if (word == "--dark") {
-      request_.isDark = true;
+    if (word == "--dark" || word == "--light") {
+      request_.isDark = word == "--dark";
     } else if (const auto size = valueOf("--size", word)) {
       request_.size = sizeIn(*size);
       if (!request_.size && error_.empty()) error_ = "--size is like 800x600";

@@ -15,7 +15,7 @@ _lumisk() {
   case $command in
     '') options='open page describe snapshot integrate --help --version' ;;
     page | describe) options='--dark --light --mode --help' ;;
-    snapshot) options='--dark --size --mode' ;;
+    snapshot) options='--dark --light --size --mode --help' ;;
     integrate) options='--remove --status --help' ;;
   esac
   mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")

@@ -11,7 +11,7 @@ complete -c lumisk -n $first -l version -d 'Show the version'
 
 set -l shows '__fish_seen_subcommand_from page describe snapshot'
 complete -c lumisk -n $shows -l dark -d 'Dark colours'
-complete -c lumisk -n '__fish_seen_subcommand_from page describe' -l light -d 'Light colours'
+complete -c lumisk -n $shows -l light -d 'Light colours'
 complete -c lumisk -n '__fish_seen_subcommand_from page' -l mode -x -a 'formatted text'
 complete -c lumisk -n '__fish_seen_subcommand_from describe snapshot' -l mode -x \
   -a 'formatted text rendered source'

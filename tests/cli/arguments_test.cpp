@@ -69,6 +69,28 @@ TEST(Arguments, SnapshotLeavesAllWordsToThePreviewer) {
   ASSERT_NE(arguments, nullptr);
   EXPECT_EQ(arguments->subcommand, Subcommand::Snapshot);
   EXPECT_EQ(arguments->paths, (std::vector<std::string>{"--size", "800x600", "--", "a", "b.png"}));
+  const auto ofAFile = parseArguments({"snapshot", "--", "--help", "b.png"});
+  ASSERT_TRUE(std::holds_alternative<Arguments>(ofAFile));
+  EXPECT_EQ(std::get<Arguments>(ofAFile).subcommand, Subcommand::Snapshot);
+}
+
+TEST(Arguments, EveryCommandTellsOfItself) {
+  const std::vector<Words> rows = {
+      {"--help"},
+      {"-h"},
+      {"page", "--help"},
+      {"describe", "a", "--help"},
+      {"open", "--help"},
+      {"integrate", "--help"},
+      {"snapshot", "--help"},
+      {"snapshot", "--dark", "a", "--help"},
+  };
+  for (const Words& words : rows) {
+    const auto parsed = parseArguments(words);
+    const auto* arguments = std::get_if<Arguments>(&parsed);
+    ASSERT_NE(arguments, nullptr) << testing::PrintToString(words);
+    EXPECT_EQ(arguments->subcommand, Subcommand::Help) << testing::PrintToString(words);
+  }
 }
 
 TEST(Arguments, IntegrateInstallsUnlessToldOtherwise) {

@@ -10,13 +10,13 @@
 
 #include <chrono>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "accessible_items.h"
+#include "previewer_calls.h"
 #include "support/files.h"
 #include "support/process.h"
 #include "x_desktop.h"
@@ -28,11 +28,18 @@ namespace fs = std::filesystem;
 using test::AccessibleItem;
 using test::AccessibleItems;
 using test::activateWindow;
+using test::call;
 using test::clickAt;
+using test::eventually;
+using test::isVisible;
+using test::kPreviewerName;
+using test::kPreviewerPath;
 using test::pressKeys;
 using test::ProcessResult;
 using test::runProcess;
 using test::ScreenPlace;
+using test::serviceProcess;
+using test::show;
 using test::TemporaryFolder;
 using test::WindowId;
 using test::writeAll;
@@ -42,56 +49,6 @@ using testing::Not;
 
 /// How Files calls itself, its window and its part of the accessibility bus.
 constexpr const char* kFiles = "org.gnome.Nautilus";
-
-constexpr const char* kName = "org.gnome.NautilusPreviewer";
-constexpr const char* kPath = "/org/gnome/NautilusPreviewer";
-constexpr const char* kInterface = "org.gnome.NautilusPreviewer2";
-
-/// Whether it becomes true within half a minute, which no test waits for on purpose.
-bool eventually(const std::function<bool()>& isTrue) {
-  using std::chrono::steady_clock;
-  const auto end = steady_clock::now() + std::chrono::seconds(30);
-  while (steady_clock::now() < end) {
-    if (isTrue()) return true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  }
-  return false;
-}
-
-ProcessResult call(const std::string& method, const std::vector<std::string>& arguments,
-                   const std::string& name = kName, const std::string& path = kPath,
-                   const std::string& interface = kInterface) {
-  std::vector<std::string> words = {"/usr/bin/env",
-                                    "gdbus",
-                                    "call",
-                                    "--session",
-                                    "--dest",
-                                    name,
-                                    "--object-path",
-                                    path,
-                                    "--method",
-                                    interface + "." + method,
-                                    "--"};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  return runProcess(words);
-}
-
-ProcessResult show(const std::string& uri, const std::string& handle, bool closes) {
-  return call("ShowFile", {uri, handle, closes ? "true" : "false"});
-}
-
-bool isVisible() {
-  return call("Get", {kInterface, "Visible"}, kName, kPath, "org.freedesktop.DBus.Properties")
-             .standardOutput == "(<true>,)\n";
-}
-
-pid_t serviceProcess() {
-  const std::string answer = call("GetConnectionUnixProcessID", {kName}, "org.freedesktop.DBus",
-                                  "/org/freedesktop/DBus", "org.freedesktop.DBus")
-                                 .standardOutput;
-  const std::size_t number = answer.find(' ');
-  return number == std::string::npos ? 0 : std::stoi(answer.substr(number));
-}
 
 class FileManagerTest : public testing::Test {
  protected:
@@ -283,8 +240,10 @@ TEST_F(FileManagerTest, EveryShapeOfCall) {
   EXPECT_TRUE(shows("a.md"));
   EXPECT_EQ(call("ShowFile", {uri("b.json"), "", "false", "'token'"}).standardOutput, "()\n");
   EXPECT_TRUE(shows("b.json"));
-  EXPECT_EQ(call("ShowFile", {uri("c.py"), "5", "false"}, kName, kPath, kName).standardOutput,
-            "()\n");
+  EXPECT_EQ(
+      call("ShowFile", {uri("c.py"), "5", "false"}, kPreviewerName, kPreviewerPath, kPreviewerName)
+          .standardOutput,
+      "()\n");
   EXPECT_TRUE(shows("c.py"));
   EXPECT_EQ(call("ShowFile", {uri("a.md"), "-1", "false"}, "org.nemo.Preview", "/org/nemo/Preview",
                  "org.nemo.Preview")
@@ -303,7 +262,8 @@ TEST_F(FileManagerTest, BadCallsGetACalmPageAndTheNextIsServed) {
     EXPECT_EQ(show(uri("missing.md"), handle, false).standardOutput, "()\n");
     EXPECT_TRUE(shows("missing.md")) << handle;
   }
-  for (const char* address : {"no address", "file:///%zz", "file://elsewhere/x", "nowhere:///x"}) {
+  for (const char* address : {"no address", "file:///%zz", "file://elsewhere/x", "nowhere:///x",
+                              "trash:///a.md", "mtp://[usb:001,004]/a.md", "smb://server/a.md"}) {
     EXPECT_EQ(show(address, "", false).standardOutput, "()\n");
     EXPECT_TRUE(shows(address)) << address;
   }

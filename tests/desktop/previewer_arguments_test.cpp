@@ -33,6 +33,7 @@ TEST(PreviewerArguments, ASnapshotHasItsOptions) {
   EXPECT_TRUE(full.isDark);
   EXPECT_EQ(full.size, (Size{800, 600}));
   EXPECT_EQ(full.mode, "source");
+  EXPECT_FALSE(snapshot({"snapshot", "--dark", "--light", "a.md", "a.png"}).isDark);
   EXPECT_EQ(snapshot({"snapshot", "--", "--dark", "a.png"}).path, "--dark");
 }
 
@@ -48,7 +49,7 @@ TEST(PreviewerArguments, WrongSnapshotsAreRefused) {
       {"snapshot", "--size", "99999x5", "a.md", "a.png"},
       {"snapshot", "--size", "-5x5", "a.md", "a.png"},
       {"snapshot", "a.md", "a.png", "--mode"},
-      {"snapshot", "--light", "a.md", "a.png"},
+      {"snapshot", "--drak", "a.md", "a.png"},
   };
   for (const auto& words : rows)
     EXPECT_TRUE(std::holds_alternative<WrongUsage>(parsePreviewerArguments(words))) << words.back();

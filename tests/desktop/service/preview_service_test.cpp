@@ -302,11 +302,17 @@ TEST_F(PreviewServiceTest, AStormOfCallsIsAnsweredAndEndsWithTheLast) {
 TEST_F(PreviewServiceTest, BadAddressesGetACalmPage) {
   startAndWait();
   std::size_t count = 0;
-  for (const char* uri : {"", "no address", "file:///%zz", "nowhere:///x"}) {
+  for (const char* uri : {"", "no address", "file:///%zz", "nowhere:///x", "trash:///lumisk-test",
+                          "mtp://[usb:001,004]/a.md", "smb://server/share/a%20b.md"}) {
     EXPECT_EQ(show(uri, false), "()") << uri;
     ASSERT_TRUE(waitForShown(++count)) << uri;
     EXPECT_TRUE(std::holds_alternative<NoItemReason>(host_.shown.back().item)) << uri;
   }
+}
+
+// As the manual page has it.
+TEST(ServiceTimes, NothingShownIsLongAfterHalfAMinute) {
+  EXPECT_EQ(ServiceTimes().idleMilliseconds, 30'000u);
 }
 
 TEST_F(PreviewServiceTest, EndsWhenNothingWasShownForLong) {

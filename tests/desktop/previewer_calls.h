@@ -1,0 +1,32 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "support/process.h"
+
+namespace lumisk::test {
+
+inline constexpr const char* kPreviewerName = "org.gnome.NautilusPreviewer";
+inline constexpr const char* kPreviewerPath = "/org/gnome/NautilusPreviewer";
+inline constexpr const char* kPreviewerInterface = "org.gnome.NautilusPreviewer2";
+
+/// Whether it becomes true within half a minute, which no test waits for on purpose.
+bool eventually(const std::function<bool()>& isTrue);
+
+/// Calls what the session bus starts for the name, as a plain client; the answer is on standard
+/// output, such as "()\n".
+ProcessResult call(const std::string& method, const std::vector<std::string>& arguments,
+                   const std::string& name = kPreviewerName,
+                   const std::string& path = kPreviewerPath,
+                   const std::string& interface = kPreviewerInterface);
+ProcessResult show(const std::string& uri, const std::string& handle, bool closes);
+/// Whether the service says that something is shown.
+bool isVisible();
+/// The process that answers to the name; 0 for none.
+pid_t serviceProcess();
+
+}  // namespace lumisk::test
