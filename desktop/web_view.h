@@ -4,7 +4,6 @@
 #include <memory>
 #include <vector>
 
-#include "desktop/first_frame.h"
 #include "desktop/live_view.h"
 #include "desktop/web_extension/page_address.h"
 #include "web/web_view.h"
@@ -40,7 +39,6 @@ class DesktopWebView final : public WebView {
 
   DesktopWebViews& owner_;
   std::unique_ptr<LiveView> live_;
-  FirstFrame firstFrame_;
   NavigationDelegate* delegate_ = nullptr;
   std::vector<std::unique_ptr<Registration>> registrations_;
 };
