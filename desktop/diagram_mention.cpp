@@ -25,7 +25,7 @@ std::size_t countUpTo(std::string_view text, std::string_view word, std::size_t 
       word.begin(), word.end(), [](char c) { return std::hash<char>()(lower(c)); },
       [](char a, char b) { return lower(a) == lower(b); });
   std::size_t count = 0;
-  auto from = text.begin();
+  const auto* from = text.begin();
   while (count <= limit) {
     from = std::search(from, text.end(), searcher);
     if (from == text.end()) break;

@@ -1,5 +1,6 @@
 #include "desktop/document_control.h"
 
+#include <cmath>
 #include <functional>
 #include <string>
 
@@ -82,7 +83,7 @@ void zoomText(GtkWidget* view, double zoom) {
                                    GTK_STYLE_PROVIDER_PRIORITY_APPLICATION + 1);
     g_object_set_data_full(G_OBJECT(view), kProvider, provider, g_object_unref);
   }
-  const int percent = static_cast<int>(zoom * 100 + 0.5);
+  const int percent = static_cast<int>(std::lround(zoom * 100));
   const std::string rule = "* { font-size: " + std::to_string(percent) + "%; }";
   gtk_css_provider_load_from_data(provider, rule.data(), static_cast<gssize>(rule.size()));
 }

@@ -18,7 +18,11 @@ class GRef {
   GRef(const GRef& other) : object_(other.object_) { addReference(); }
   GRef(GRef&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   ~GRef() { release(); }
-  GRef& operator=(GRef other) noexcept {
+  GRef& operator=(const GRef& other) {
+    if (this != &other) *this = GRef(other);
+    return *this;
+  }
+  GRef& operator=(GRef&& other) noexcept {
     std::swap(object_, other.object_);
     return *this;
   }

@@ -82,6 +82,7 @@ class GtkPlatform {
   explicit GtkPlatform(const std::string& localeFolder = {});
   GtkPlatform(const GtkPlatform&) = delete;
   GtkPlatform& operator=(const GtkPlatform&) = delete;
+  ~GtkPlatform() = default;
 
   const Platform& platform() const { return platform_; }
 

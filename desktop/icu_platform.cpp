@@ -24,8 +24,9 @@ class IcuDateFormatter final : public DateFormatter {
     std::string text;
     if (!format_) return text;
     icu::UnicodeString formatted;
+    const auto milliseconds = date.tv_nsec / kNanosecondsPerMillisecond;
     format_->format(static_cast<double>(date.tv_sec) * kMillisecondsPerSecond +
-                        static_cast<double>(date.tv_nsec / kNanosecondsPerMillisecond),
+                        static_cast<double>(milliseconds),
                     formatted);
     return formatted.toUTF8String(text);
   }

@@ -55,6 +55,8 @@ class ListElement final : public NodeElement {
                                    GTK_POLICY_AUTOMATIC);
     showList(list);
   }
+  ListElement(const ListElement&) = delete;
+  ListElement& operator=(const ListElement&) = delete;
   ~ListElement() override {
     // Rows are torn down while this object still answers for them.
     gtk_list_view_set_model(GTK_LIST_VIEW(list_.get()), nullptr);

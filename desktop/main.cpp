@@ -63,6 +63,7 @@ int run(const WrongUsage& usage) { return complain(kExitUsage, usage.sentence.c_
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): what nobody can answer for ends the program
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
   const std::vector<std::string_view> words(argv + 1, argv + argc);

@@ -17,6 +17,8 @@ class PanelHost final : public PreviewHost {
  public:
   /// Both are borrowed. The panel's window belongs to `application`.
   PanelHost(const EngineFiles& files, GtkApplication* application);
+  PanelHost(const PanelHost&) = delete;
+  PanelHost& operator=(const PanelHost&) = delete;
   ~PanelHost() override;
 
   void show(const PreviewRequest& request) override;

@@ -57,7 +57,7 @@ void appendItem(GMenu* menu, Command command) {
 
 }  // namespace
 
-GtkWidget* menuButtonNew(GtkWidget* window, std::function<void(Command)> perform) {
+GtkWidget* menuButtonNew(GtkWidget* window, const std::function<void(Command)>& perform) {
   GSimpleActionGroup* group = g_simple_action_group_new();
   GMenu* menu = g_menu_new();
   for (const Section& section : kSections) {

@@ -16,6 +16,8 @@ class DesktopWebViews;
 class DesktopWebView final : public WebView {
  public:
   DesktopWebView(DesktopWebViews& owner, const WebViewConfiguration& configuration);
+  DesktopWebView(const DesktopWebView&) = delete;
+  DesktopWebView& operator=(const DesktopWebView&) = delete;
   ~DesktopWebView() override;
 
   void setDrawsBackground(bool drawsBackground) override;

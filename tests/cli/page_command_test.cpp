@@ -144,7 +144,7 @@ TEST(PageCommand, UndecodableTextFailsWithTheErrorOfItsKind) {
   const TemporaryFolder folder;
   const std::string text(100, 'x');
   for (const Row& row : rows) {
-    for (const std::size_t position : {0, 50, 99}) {
+    for (const std::size_t position : {0U, 50U, 99U}) {
       SCOPED_TRACE(row.name + std::to_string(position));
       std::string bytes = text;
       bytes[position] = '\xFF';

@@ -228,6 +228,8 @@ TEST_F(FileManagerTest, AServiceThatWasKilledIsBackWithTheNextSpace) {
   ASSERT_GT(killed, 0);
   kill(killed, SIGKILL);
   ASSERT_TRUE(closes());
+  // A call that reaches the bus before the news of the death does goes to the dead.
+  ASSERT_TRUE(eventually([&] { return serviceProcess() != killed; }));
   ASSERT_TRUE(hasKeyboard(files()));
   pressKeys("space");
   ASSERT_TRUE(shows("a.md"));
