@@ -27,6 +27,8 @@ class PickerElement final : public NodeElement {
     makeButtons(picker);
     showSelection(picker);
   }
+  PickerElement(const PickerElement&) = delete;
+  PickerElement& operator=(const PickerElement&) = delete;
   ~PickerElement() override {
     for (GtkWidget* button : buttons_) g_signal_handlers_disconnect_by_data(button, this);
   }

@@ -31,6 +31,7 @@ class Previewer {
 
   int run(const std::vector<std::string>& words) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size());
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     const int status =
         g_application_run(application(), static_cast<int>(arguments.size()), arguments.data());
@@ -53,6 +54,7 @@ class Previewer {
   }
   static void opened(GApplication*, GFile** files, int count, const char*, gpointer self) {
     std::vector<std::string> uris;
+    uris.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) uris.emplace_back(OwnedText(g_file_get_uri(files[i])).get());
     static_cast<Previewer*>(self)->open(std::move(uris));
   }
@@ -113,6 +115,7 @@ std::string uriOf(const std::string& argument) {
 
 int openInPreviewer(const std::vector<std::string>& paths, const EngineFiles& files) {
   std::vector<std::string> uris;
+  uris.reserve(paths.size());
   for (const std::string& path : paths) uris.push_back(uriOf(path));
   switch (handOver(uris)) {
     case HandOver::Done:

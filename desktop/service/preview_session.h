@@ -34,6 +34,7 @@ class PreviewSession {
   PreviewSession(PreviewHost& host, ItemResolver& resolver);
   PreviewSession(const PreviewSession&) = delete;
   PreviewSession& operator=(const PreviewSession&) = delete;
+  ~PreviewSession() = default;
 
   void showFile(const ShowCall& call);
   /// Shows the first of these, in a window of its own right; the arrow keys then walk through them.
