@@ -4,7 +4,7 @@
 
 namespace lumisk {
 
-/// Icons by the standard names of the Icon Naming Specification, which every theme has: a folder's
+/// Icons by the names of freedesktop.org's icon naming standard, which every theme has: a folder's
 /// by kind, a file's by its extension. A file of unknown kind has the generic text icon, because
 /// text is what its preview shows.
 class HeadlessIcons final : public Icons {

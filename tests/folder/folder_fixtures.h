@@ -19,12 +19,11 @@
 
 namespace lumisk::test {
 
-/// A main queue whose tasks a test runs one by one, in the order that it wants.
-class ManualMainQueue final : public MainQueue {
+/// The tasks of a queue that a test runs by hand, one by one and in the order that it wants.
+template <typename Queue>
+class ManualQueue : public Queue {
  public:
-  bool isMainThread() const override { return true; }
   void async(Task task) override { tasks_.push_back(std::move(task)); }
-  void sync(const Task& task) override { task(); }
 
   std::size_t size() const { return tasks_.size(); }
   /// The tasks so far, in the order in which they came; the queue forgets them.
@@ -37,20 +36,13 @@ class ManualMainQueue final : public MainQueue {
   std::vector<Task> tasks_;
 };
 
-/// A background queue that does its work when a test says so, on the test's thread.
-class ManualBackgroundQueue final : public BackgroundQueue {
+class ManualMainQueue final : public ManualQueue<MainQueue> {
  public:
-  void async(Task task) override { tasks_.push_back(std::move(task)); }
-
-  std::size_t size() const { return tasks_.size(); }
-  std::vector<Task> take() { return std::exchange(tasks_, {}); }
-  void runAll() {
-    for (const Task& task : take()) task();
-  }
-
- private:
-  std::vector<Task> tasks_;
+  bool isMainThread() const override { return true; }
+  void sync(const Task& task) override { task(); }
 };
+
+using ManualBackgroundQueue = ManualQueue<BackgroundQueue>;
 
 /// A platform in the C locale and UTC, with queues that tests run by hand.
 class ManualPlatform {

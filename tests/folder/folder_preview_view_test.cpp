@@ -6,6 +6,7 @@
 #include <string>
 
 #include "folder_fixtures.h"
+#include "support/fake_strings.h"
 #include "ui/outline.h"
 
 namespace lumisk {
@@ -103,19 +104,9 @@ TEST_F(FolderPreviewViewTest, ALongNameStaysOnOneLineBesideItsColumns) {
   expectOutline(view, "folder_long_name.outline");
 }
 
-/// A table without any text.
-class NoStrings final : public StringTable {
- public:
-  std::optional<std::string> text(std::string_view /*key*/) const override { return std::nullopt; }
-  std::optional<std::string> pluralText(std::string_view /*key*/,
-                                        std::int64_t /*count*/) const override {
-    return std::nullopt;
-  }
-};
-
 TEST_F(FolderPreviewViewTest, MissingTextsShowTheirKeys) {
   const Platform& full = desktop_.platform;
-  const NoStrings strings;
+  const test::FakeStrings strings;
   const Platform platform{
       full.mainQueue, full.backgroundQueue, full.appearance,  strings,     full.makeDateFormatter,
       full.collation, full.icons,           full.hiddenNames, full.caches, full.standardOutput};

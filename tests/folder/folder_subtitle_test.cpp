@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "folder_fixtures.h"
+#include "support/fake_strings.h"
 
 namespace lumisk {
 namespace {
@@ -56,18 +57,8 @@ TEST(FolderSubtitle, SaysWhatIsKnown) {
   }
 }
 
-/// A table without any text.
-class NoStrings final : public StringTable {
- public:
-  std::optional<std::string> text(std::string_view /*key*/) const override { return std::nullopt; }
-  std::optional<std::string> pluralText(std::string_view /*key*/,
-                                        std::int64_t /*count*/) const override {
-    return std::nullopt;
-  }
-};
-
 TEST(FolderSubtitle, AMissingTextShowsItsKey) {
-  EXPECT_EQ(buildFolderSubtitle(folderWith(12, 3, "4 KB", "today"), NoStrings()),
+  EXPECT_EQ(buildFolderSubtitle(folderWith(12, 3, "4 KB", "today"), test::FakeStrings()),
             "folder.items, folder.items.hidden, 4 KB - folder.modified");
 }
 
