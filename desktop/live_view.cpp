@@ -6,6 +6,10 @@
 namespace lumisk::desktop {
 namespace {
 
+/// How long a process that is up may take to begin with a page before it counts as hung. It takes
+/// milliseconds, or as long as the page before keeps it busy.
+constexpr unsigned kPatience = 500;  // milliseconds
+
 /// Where the empty page of a warm view stands: in the origin of the pages, so that the web process
 /// that has everything compiled and cached stays.
 constexpr const char* kBlankBase = "file:///";
@@ -75,7 +79,12 @@ LiveView::LiveView(const WebEngine& engine)
       loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
       terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this) {}
 
-LiveView::~LiveView() { forgetFrame(); }
+/// The process would otherwise run on for as long as its page keeps it busy.
+LiveView::~LiveView() {
+  forgetFrame();
+  isEndedByHost_ = true;
+  webkit_web_view_terminate_web_process(view());
+}
 
 void LiveView::scrub() {
   forgetFrame();
@@ -85,29 +94,42 @@ void LiveView::scrub() {
   webkit_web_view_set_zoom_level(view(), 1.0);
   webkit_web_view_evaluate_javascript(view(), kForgetScript, -1, nullptr, nullptr, nullptr, nullptr,
                                       nullptr);
+  patience_.cancel();
   // Ends the document's scripts, timers and sounds, and lets go of its memory.
   webkit_web_view_load_html(view(), "", kBlankBase);
   awaited_ = kBlankBase;
   isScrubbed_ = true;
 }
 
-void LiveView::begin(const std::string& awaited) {
+void LiveView::begin(const std::string& awaited, std::function<void()> start) {
   forgetFrame();
   if (isScrubbed_ && firstSession_)
     webkit_web_view_restore_session_state(view(), firstSession_.get());
   isScrubbed_ = false;
   hasLeftDocument_ = false;
   awaited_ = awaited;
+  start_ = std::move(start);
+  if (hasShownPage_) patience_.after(kPatience, [this] { startAgain(); });
+  start_();
+}
+
+void LiveView::startAgain() {
+  hasShownPage_ = false;
+  isEndedByHost_ = true;
+  webkit_web_view_terminate_web_process(view());
+  isEndedByHost_ = false;
+  start_();
 }
 
 void LiveView::load(const std::string& address) {
-  begin(address);
-  webkit_web_view_load_uri(view(), address.c_str());
+  begin(address, [this, address] { webkit_web_view_load_uri(view(), address.c_str()); });
 }
 
 void LiveView::loadText(const char* html, const char* baseUri) {
-  begin(baseUri == nullptr ? "about:blank" : baseUri);
-  webkit_web_view_load_html(view(), html, baseUri);
+  begin(baseUri == nullptr ? "about:blank" : baseUri,
+        [this, text = std::string(html), base = std::string(baseUri == nullptr ? "" : baseUri)] {
+          webkit_web_view_load_html(view(), text.c_str(), base.empty() ? nullptr : base.c_str());
+        });
 }
 
 bool LiveView::canGoBack() const { return entriesBehind(view()) > entriesBefore_; }
@@ -138,6 +160,7 @@ gboolean LiveView::loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GErr
 
 void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self) {
   auto* live = static_cast<LiveView*>(self);
+  if (live->isEndedByHost_) return;
   live->isDead_ = true;
   call(live->onTerminated);
 }
@@ -148,6 +171,9 @@ void LiveView::committed() {
   if (!awaited_.empty()) {
     if (!isLoadOf(uri, awaited_)) return;  // a late word of the load before
     awaited_.clear();
+    patience_.cancel();
+    start_ = nullptr;
+    hasShownPage_ = true;
     entriesBefore_ = entriesBehind(view());
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
     if (onDrawn) askForFrame();
@@ -184,6 +210,7 @@ void LiveView::finished() {
 }
 
 std::unique_ptr<LiveView> LiveViews::take() {
+  patience_.cancel();
   if (warm_ && warm_->isFit()) return std::move(warm_);
   warm_.reset();
   return std::make_unique<LiveView>(engine_);
@@ -197,6 +224,13 @@ void LiveViews::giveBack(std::unique_ptr<LiveView> view) {
   if (!view->isFit() || warm_) return;
   view->scrub();
   warm_ = std::move(view);
+  if (warm_->hasShownPage()) patience_.after(kPatience, [this] { dropIfBusy(); });
+}
+
+void LiveViews::dropIfBusy() {
+  if (!warm_ || warm_->isScrubbed()) return;
+  warm_.reset();
+  warmUp();
 }
 
 }  // namespace lumisk::desktop

@@ -30,9 +30,16 @@ class LiveView {
 
   /// Whether the next document may have this view.
   bool isFit() const { return !isDead_ && !hasLeftDocument_; }
+  /// Puts an empty page in the document's place. `isScrubbed` is true once it is there, which a
+  /// document whose script never ends holds up for ever.
   void scrub();
+  bool isScrubbed() const { return isScrubbed_ && awaited_.empty(); }
+  /// Whether the web process has shown a page, so that the next needs no more than a moment.
+  bool hasShownPage() const { return hasShownPage_; }
 
   /// Starts a load of the host's own; what the view goes to by itself after that counts as leaving.
+  /// A process that was used before and does not take the page up is busy with an earlier one for
+  /// good: it is ended, and the page goes to another.
   void load(const std::string& address);
   void loadText(const char* html, const char* baseUri);
   /// Whether there is a page of this document to go back to.
@@ -52,7 +59,8 @@ class LiveView {
   static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*, gpointer self);
   static void terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self);
   static void frameDrawn(GObject* view, GAsyncResult* result, gpointer self);
-  void begin(const std::string& awaited);
+  void begin(const std::string& awaited, std::function<void()> start);
+  void startAgain();
   void committed();
   void finished();
   void askForFrame();
@@ -75,7 +83,12 @@ class LiveView {
   std::unique_ptr<WebKitWebViewSessionState, FreeSession> firstSession_;
   /// How many entries of the history lie before this document's own.
   int entriesBefore_ = 0;
+  /// Starts the host's load, once more if need be.
+  std::function<void()> start_;
+  Deferred patience_;
   bool isScrubbed_ = false;
+  bool hasShownPage_ = false;
+  bool isEndedByHost_ = false;
   bool hasFailed_ = false;
   bool isDead_ = false;
   bool hasLeftDocument_ = false;
@@ -97,8 +110,11 @@ class LiveViews {
   bool hasWarmView() const { return static_cast<bool>(warm_); }
 
  private:
+  void dropIfBusy();
+
   WebEngine& engine_;
   std::unique_ptr<LiveView> warm_;
+  Deferred patience_;
 };
 
 }  // namespace lumisk::desktop

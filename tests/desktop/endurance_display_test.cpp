@@ -12,6 +12,7 @@
 #include <string>
 
 #include "desktop/panel.h"
+#include "process_tree.h"
 #include "screen.h"
 #include "support/files.h"
 
@@ -31,20 +32,10 @@ int entriesIn(const char* folder) {
   return count;
 }
 
-/// The process and those it started, WebKit's among them, as lines of process ids.
-std::vector<std::string> processTree(const std::string& root) {
-  std::vector<std::string> tree = {root};
-  for (std::size_t i = 0; i < tree.size(); ++i) {
-    std::ifstream children("/proc/" + tree[i] + "/task/" + tree[i] + "/children");
-    for (std::string child; children >> child;) tree.push_back(child);
-  }
-  return tree;
-}
-
 /// Proportional set size of the whole tree in kB: shared pages are counted once.
 long memoryOfTree() {
   long total = 0;
-  for (const std::string& process : processTree(std::to_string(getpid()))) {
+  for (const std::string& process : processTree()) {
     std::ifstream rollup("/proc/" + process + "/smaps_rollup");
     for (std::string line; std::getline(rollup, line);)
       if (line.starts_with("Pss:")) total += std::stol(line.substr(4));
@@ -101,13 +92,13 @@ TEST(Endurance, ManyPreviewsLeaveNothingBehind) {
     if (i + 1 != kFirstPart) continue;
     runFor(1000);
     descriptors = entriesIn("/proc/self/fd");
-    processes = processTree(std::to_string(getpid())).size();
+    processes = processTree().size();
     windows = g_list_model_get_n_items(gtk_window_get_toplevels());
   }
   runFor(1000);
   // A few are opened by chance, at the first change of this or that; a leak opens one each time.
   EXPECT_LE(entriesIn("/proc/self/fd"), descriptors + 8);
-  EXPECT_EQ(processTree(std::to_string(getpid())).size(), processes);
+  EXPECT_EQ(processTree().size(), processes);
   EXPECT_EQ(g_list_model_get_n_items(gtk_window_get_toplevels()), windows);
   const long most = memory + memory / 5;
   const long last = settledMemoryOfTree(most);

@@ -10,11 +10,9 @@
 
 #include "desktop/page_drawing.h"
 #include "desktop/picture.h"
-#include "desktop/presentation.h"
-#include "desktop/style.h"
 #include "extension/mode_selection.h"
 #include "folder/folder_preview_view.h"
-#include "screen.h"
+#include "preview_on_screen.h"
 #include "support/files.h"
 #include "ui/outline.h"
 #include "views/markdown_dual_preview_view.h"
@@ -23,86 +21,6 @@ namespace lumisk::test {
 namespace {
 
 using testing::HasSubstr;
-
-constexpr const char* kMarkdown = R"(# A guide
-
-Some *text*, $x^2$ and a [link](other.md).
-
-```python
-print("code")
-```
-
-```mermaid
-graph LR
-  A --> B
-```
-
-> [!TIP]
-> A call-out.
-
-- [x] done
-- [ ] to do
-)";
-
-/// A preview in a window of its own.
-class Preview {
- public:
-  explicit Preview(const std::filesystem::path& path, bool isDark = false)
-      : webViews_(Program::shared().liveViews),
-        context_{Program::shared().platform.platform(), webViews_} {
-    adw_style_manager_set_color_scheme(
-        adw_style_manager_get_default(),
-        isDark ? ADW_COLOR_SCHEME_FORCE_DARK : ADW_COLOR_SCHEME_FORCE_LIGHT);
-    window_ = GTK_WINDOW(gtk_window_new());
-    desktop::installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
-    webViews_.onFinished = [this] { ++finishedLoads_; };
-    presentation_ =
-        std::make_unique<desktop::Presentation>(FileURL::fromPath(path.string()), context_);
-    gtk_window_set_default_size(window_, 800, 700);
-    gtk_window_set_child(window_, presentation_->widget());
-    gtk_window_present(window_);
-  }
-  ~Preview() {
-    gtk_window_set_child(window_, nullptr);
-    presentation_.reset();
-    gtk_window_destroy(window_);
-  }
-
-  bool finishes() {
-    if (const auto* folder = view()->as<FolderPreviewView>())
-      return runUntil([&] { return folder->state().folderSizeStr.has_value(); });
-    return runUntil([&] { return finishedLoads_ > 0; });
-  }
-  int finishedLoads() const { return finishedLoads_; }
-  desktop::Presentation& presentation() { return *presentation_; }
-  const ui::HostedView* view() { return presentation_->view(); }
-  std::string outlineOfWidgets() { return ui::outline(presentation_->content()->readBack()); }
-  std::string outlineOfView() { return ui::outline(presentation_->view()->body()); }
-  WebKitWebView* page() { return webViews_.latestView(); }
-  desktop::ShownDocument shown() { return desktop::findShownDocument(presentation_->widget()); }
-
- private:
-  desktop::DesktopWebViews webViews_;
-  desktop::RenderContext context_;
-  GtkWindow* window_;
-  std::unique_ptr<desktop::Presentation> presentation_;
-  int finishedLoads_ = 0;
-};
-
-class PreviewTest : public testing::Test {
- protected:
-  PreviewTest() {
-    writeAll(folder_ / "guide.md", kMarkdown);
-    writeAll(folder_ / "data.json", "{\"b\":[1,2],\"a\":null}");
-    writeAll(folder_ / "log.jsonl", "{\"a\":1}\n{\"a\":2}\n");
-    writeAll(folder_ / "people.csv", "Name,Year\nAda,1815\n");
-    writeAll(folder_ / "main.cpp", "int main() { return 0; }\n");
-    std::filesystem::create_directories(folder_ / "folder/inner");
-    writeAll(folder_ / "folder/note.txt", "x");
-    writeAll(folder_ / "folder/.hidden", "x");
-  }
-  TemporaryFolder folder_;
-};
 
 constexpr const char* kItems[] = {"guide.md",   "data.json", "log.jsonl",
                                   "people.csv", "main.cpp",  "folder"};
@@ -289,78 +207,6 @@ TEST_F(PreviewTest, WhatIsHiddenTakesNoFocusAndNoClicks) {
   ASSERT_TRUE(preview.presentation().selectMode("rendered"));
   EXPECT_EQ(layerOf(GTK_WIDGET(preview.page())), nullptr);
   EXPECT_TRUE(gtk_widget_grab_focus(GTK_WIDGET(preview.page())));
-}
-
-TEST_F(PreviewTest, OneDocumentLeavesNothingToTheNext) {
-  WebKitWebView* first = nullptr;
-  {
-    Preview preview(folder_ / "guide.md");
-    ASSERT_TRUE(preview.finishes());
-    first = preview.page();
-    evaluate(first,
-             "window.leak = 1; window.name = 'leak'; sessionStorage.setItem('leak', 1); "
-             "history.pushState({}, '', ''); history.pushState({}, '', ''); "
-             "document.body.style.height = '9000px'; window.scrollTo(0, 4000); 1");
-    webkit_web_view_set_zoom_level(first, 2);
-  }
-  Preview preview(folder_ / "main.cpp");
-  ASSERT_TRUE(preview.finishes());
-  EXPECT_EQ(preview.page(), first) << "the warm view is used again";
-  EXPECT_EQ(evaluate(first, "typeof window.leak"), "undefined");
-  EXPECT_EQ(evaluate(first, "window.name"), "");
-  EXPECT_EQ(evaluate(first, "sessionStorage.getItem('leak')"), "null");
-  EXPECT_EQ(evaluate(first, "window.scrollY"), "0");
-  EXPECT_EQ(webkit_web_view_get_zoom_level(first), 1);
-  EXPECT_LE(webkit_back_forward_list_get_length(webkit_web_view_get_back_forward_list(first)), 2u);
-}
-
-TEST_F(PreviewTest, TheLastOfTenQuickRequestsWins) {
-  std::unique_ptr<Preview> preview;
-  for (int i = 0; i < 10; ++i) {
-    const std::string name = std::to_string(i) + ".md";
-    writeAll(folder_ / name, "# Number " + std::to_string(i));
-    preview.reset();
-    preview = std::make_unique<Preview>(folder_ / name);
-    runFor(20);
-  }
-  ASSERT_TRUE(preview->finishes());
-  EXPECT_EQ(evaluate(preview->page(), "document.querySelector('h1').textContent"), "Number 9");
-  runFor(500);
-  EXPECT_EQ(preview->finishedLoads(), 1);
-}
-
-TEST_F(PreviewTest, AnEarlierDocumentNeverFinishesForTheNext) {
-  writeAll(folder_ / "first.md", "# First");
-  writeAll(folder_ / "second.md", "# Second");
-  ASSERT_TRUE(Preview(folder_ / "first.md").finishes()) << "warms a view up";
-  for (int delay = 0; delay < 100; delay += 5) {
-    SCOPED_TRACE(delay);
-    {
-      const Preview first(folder_ / "first.md");
-      runFor(delay);
-    }
-    Preview second(folder_ / "second.md");
-    ASSERT_TRUE(second.finishes());
-    EXPECT_EQ(evaluate(second.page(), "document.querySelector('h1').textContent"), "Second");
-    EXPECT_EQ(second.finishedLoads(), 1);
-  }
-}
-
-TEST_F(PreviewTest, WhereThePageFileCannotBeWrittenThePageIsHandedOver) {
-  const std::filesystem::path pages = std::filesystem::path(g_get_user_cache_dir()) / "LumiskHTML";
-  writeAll(folder_ / "first.md", "# First");
-  writeAll(folder_ / "second.md", "# Second");
-  ASSERT_TRUE(Preview(folder_ / "guide.md").finishes()) << "warms a view up";
-  std::filesystem::remove_all(pages);
-  writeAll(pages, "a file in the folder's place");
-  for (const char* name : {"first", "second"}) {
-    Preview preview(folder_ / (name + std::string(".md")));
-    EXPECT_TRUE(preview.finishes());
-    EXPECT_EQ(evaluate(preview.page(), "document.querySelector('h1').textContent.toLowerCase()"),
-              name);
-    EXPECT_EQ(evaluate(preview.page(), "typeof mermaid"), "object") << "the libraries are there";
-  }
-  std::filesystem::remove(pages);
 }
 
 TEST_F(PreviewTest, PagesCannotReadOtherFiles) {

@@ -1,0 +1,170 @@
+// One document after another in the same view: what a document does is over with the document.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+#include "preview_on_screen.h"
+#include "process_tree.h"
+
+namespace lumisk::test {
+namespace {
+
+TEST_F(PreviewTest, OneDocumentLeavesNothingToTheNext) {
+  WebKitWebView* first = nullptr;
+  {
+    Preview preview(folder_ / "guide.md");
+    ASSERT_TRUE(preview.finishes());
+    first = preview.page();
+    evaluate(first,
+             "window.leak = 1; window.name = 'leak'; sessionStorage.setItem('leak', 1); "
+             "history.pushState({}, '', ''); history.pushState({}, '', ''); "
+             "document.body.style.height = '9000px'; window.scrollTo(0, 4000); 1");
+    webkit_web_view_set_zoom_level(first, 2);
+  }
+  Preview preview(folder_ / "main.cpp");
+  ASSERT_TRUE(preview.finishes());
+  EXPECT_EQ(preview.page(), first) << "the warm view is used again";
+  EXPECT_EQ(evaluate(first, "typeof window.leak"), "undefined");
+  EXPECT_EQ(evaluate(first, "window.name"), "");
+  EXPECT_EQ(evaluate(first, "sessionStorage.getItem('leak')"), "null");
+  EXPECT_EQ(evaluate(first, "window.scrollY"), "0");
+  EXPECT_EQ(webkit_web_view_get_zoom_level(first), 1);
+  EXPECT_LE(webkit_back_forward_list_get_length(webkit_web_view_get_back_forward_list(first)), 2u);
+}
+
+TEST_F(PreviewTest, TheLastOfTenQuickRequestsWins) {
+  std::unique_ptr<Preview> preview;
+  for (int i = 0; i < 10; ++i) {
+    const std::string name = std::to_string(i) + ".md";
+    writeAll(folder_ / name, "# Number " + std::to_string(i));
+    preview.reset();
+    preview = std::make_unique<Preview>(folder_ / name);
+    runFor(20);
+  }
+  ASSERT_TRUE(preview->finishes());
+  EXPECT_EQ(evaluate(preview->page(), "document.querySelector('h1').textContent"), "Number 9");
+  runFor(500);
+  EXPECT_EQ(preview->finishedLoads(), 1);
+}
+
+TEST_F(PreviewTest, AnEarlierDocumentNeverFinishesForTheNext) {
+  writeAll(folder_ / "first.md", "# First");
+  writeAll(folder_ / "second.md", "# Second");
+  ASSERT_TRUE(Preview(folder_ / "first.md").finishes()) << "warms a view up";
+  for (int delay = 0; delay < 100; delay += 5) {
+    SCOPED_TRACE(delay);
+    {
+      const Preview first(folder_ / "first.md");
+      runFor(delay);
+    }
+    Preview second(folder_ / "second.md");
+    ASSERT_TRUE(second.finishes());
+    EXPECT_EQ(evaluate(second.page(), "document.querySelector('h1').textContent"), "Second");
+    EXPECT_EQ(second.finishedLoads(), 1);
+  }
+}
+
+TEST_F(PreviewTest, WhereThePageFileCannotBeWrittenThePageIsHandedOver) {
+  const std::filesystem::path pages = std::filesystem::path(g_get_user_cache_dir()) / "LumiskHTML";
+  writeAll(folder_ / "first.md", "# First");
+  writeAll(folder_ / "second.md", "# Second");
+  ASSERT_TRUE(Preview(folder_ / "guide.md").finishes()) << "warms a view up";
+  std::filesystem::remove_all(pages);
+  writeAll(pages, "a file in the folder's place");
+  for (const char* name : {"first", "second"}) {
+    Preview preview(folder_ / (name + std::string(".md")));
+    EXPECT_TRUE(preview.finishes());
+    EXPECT_EQ(evaluate(preview.page(), "document.querySelector('h1').textContent.toLowerCase()"),
+              name);
+    EXPECT_EQ(evaluate(preview.page(), "typeof mermaid"), "object") << "the libraries are there";
+  }
+  std::filesystem::remove(pages);
+}
+
+// --- documents that keep their process busy ---
+
+/// Closes the holder of the source, so that the script is one of the page.
+constexpr const char* kHangs = "# Hangs\n\n</script><script>while (true);</script>";
+
+bool contains(const std::set<std::string>& processes, const std::set<std::string>& others) {
+  return std::any_of(others.begin(), others.end(),
+                     [&](const std::string& other) { return processes.contains(other); });
+}
+
+class HungDocument : public PreviewTest {
+ protected:
+  HungDocument() {
+    writeAll(folder_ / "hangs.md", kHangs);
+    writeAll(folder_ / "next.md", "# Next");
+    EXPECT_TRUE(Preview(folder_ / "guide.md").finishes()) << "warms a view up";
+  }
+
+  /// The processes of the hung document, which takes a while to get to its loop.
+  std::set<std::string> hang(Preview& preview) {
+    EXPECT_FALSE(preview.finishesWithin(1000));
+    return webProcesses();
+  }
+  void expectNextToCome() {
+    Preview next(folder_ / "next.md");
+    ASSERT_TRUE(next.finishes());
+    EXPECT_EQ(evaluate(next.page(), "document.querySelector('h1').textContent"), "Next");
+    EXPECT_EQ(next.finishedLoads(), 1);
+    EXPECT_EQ(next.terminations(), 0) << "the person is not told of it";
+  }
+};
+
+TEST_F(HungDocument, DoesNotHoldUpTheNextAtOnce) {
+  std::set<std::string> hung;
+  {
+    Preview preview(folder_ / "hangs.md");
+    hung = hang(preview);
+    ASSERT_FALSE(hung.empty());
+  }
+  expectNextToCome();
+  EXPECT_FALSE(contains(webProcesses(), hung));
+}
+
+TEST_F(HungDocument, DoesNotHoldUpTheNextAfterAWhile) {
+  std::set<std::string> hung;
+  {
+    Preview preview(folder_ / "hangs.md");
+    hung = hang(preview);
+    ASSERT_FALSE(hung.empty());
+  }
+  EXPECT_TRUE(runUntil([&] { return !contains(webProcesses(), hung); })) << "nobody waits for it";
+  expectNextToCome();
+}
+
+TEST_F(HungDocument, ReachedByALinkEndsWithItsPreview) {
+  writeAll(folder_ / "hangs.html", "<h1>Led here</h1><script>while (true);</script>");
+  writeAll(folder_ / "leads.md", "[on](" + (folder_ / "hangs.html").string() + ")");
+  std::set<std::string> hung;
+  {
+    Preview preview(folder_ / "leads.md");
+    ASSERT_TRUE(preview.finishes());
+    evaluate(preview.page(), "setTimeout(() => document.querySelector('a').click()), 1");
+    runFor(500);
+    hung = webProcesses();
+  }
+  expectNextToCome();
+  EXPECT_TRUE(runUntil([&] { return !contains(webProcesses(), hung); }));
+}
+
+// Between one document and the next the view's process stays, whatever the pace.
+TEST_F(HungDocument, IsTheOnlyOneThatCostsAProcess) {
+  const std::set<std::string> before = webProcesses();
+  for (const unsigned pause : {0U, 10U, 100U, 700U, 0U}) {
+    SCOPED_TRACE(pause);
+    runFor(pause);
+    Preview preview(folder_ / "next.md");
+    EXPECT_TRUE(preview.finishes());
+    EXPECT_EQ(webProcesses(), before);
+  }
+}
+
+}  // namespace
+}  // namespace lumisk::test
