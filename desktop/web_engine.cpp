@@ -7,8 +7,6 @@
 namespace lumisk::desktop {
 namespace {
 
-constexpr const char* kMessageHandler = "lumisk";
-
 GRef<WebKitWebContext> makeContext(const EngineFiles& files) {
   auto context = GRef<WebKitWebContext>::adopt(webkit_web_context_new());
   if (!g_file_test(files.extensionFolder.c_str(), G_FILE_TEST_IS_DIR)) return context;
@@ -26,6 +24,7 @@ GRef<WebKitSettings> makeSettings(bool hasCard) {
   auto settings = GRef<WebKitSettings>::adopt(webkit_settings_new());
   webkit_settings_set_enable_javascript(settings.get(), TRUE);
   webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), FALSE);
+  webkit_settings_set_media_playback_requires_user_gesture(settings.get(), TRUE);
   // What a page leaves behind would reach the next document in the same view.
   webkit_settings_set_enable_html5_local_storage(settings.get(), FALSE);
   webkit_settings_set_enable_html5_database(settings.get(), FALSE);
@@ -39,6 +38,24 @@ GRef<WebKitSettings> makeSettings(bool hasCard) {
 /// No: no page that is being looked at needs the camera, the place or the notifications.
 gboolean denyPermission(WebKitWebView*, WebKitPermissionRequest* request, gpointer) {
   webkit_permission_request_deny(request);
+  return TRUE;
+}
+
+/// A question of a page would cover the preview and hold up its load. It gets the answer that lets
+/// the person go on, to leave the page above all.
+gboolean answerDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer) {
+  const WebKitScriptDialogType type = webkit_script_dialog_get_dialog_type(dialog);
+  if (type == WEBKIT_SCRIPT_DIALOG_CONFIRM || type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
+    webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
+  return TRUE;
+}
+
+/// A person prints by the panel's own command; a page's script does not.
+gboolean refusePrint(WebKitWebView*, WebKitPrintOperation*, gpointer) { return TRUE; }
+
+/// Nobody is asked for a password by something that is being looked at.
+gboolean refuseLogin(WebKitWebView*, WebKitAuthenticationRequest* request, gpointer) {
+  webkit_authentication_request_cancel(request);
   return TRUE;
 }
 
@@ -86,15 +103,15 @@ void WebEngine::willLoad(Diagrams diagrams) {
 }
 
 GRef<WebKitWebView> WebEngine::makeView() const {
-  const auto manager = GRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
-  webkit_user_content_manager_register_script_message_handler(manager.get(), kMessageHandler,
-                                                              nullptr);
-  auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(g_object_new(
-      WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
-      "settings", settings_.get(), "user-content-manager", manager.get(), nullptr)));
+  auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(
+      g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session",
+                   session_.get(), "settings", settings_.get(), nullptr)));
   const GdkRGBA transparent{0, 0, 0, 0};
   webkit_web_view_set_background_color(view.get(), &transparent);
   g_signal_connect(view.get(), "permission-request", G_CALLBACK(denyPermission), nullptr);
+  g_signal_connect(view.get(), "script-dialog", G_CALLBACK(answerDialog), nullptr);
+  g_signal_connect(view.get(), "print", G_CALLBACK(refusePrint), nullptr);
+  g_signal_connect(view.get(), "authenticate", G_CALLBACK(refuseLogin), nullptr);
   g_signal_connect(view.get(), "decide-policy", G_CALLBACK(decidePolicy), nullptr);
   return view;
 }

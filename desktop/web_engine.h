@@ -28,8 +28,9 @@ class WebEngine {
  public:
   explicit WebEngine(const EngineFiles& files);
 
-  /// A new view with a message handler named "lumisk" and no background of its own. Its web process
-  /// starts at the first load.
+  /// A new view without a background of its own, in which a page can neither ask the person
+  /// anything nor print, play by itself, open windows or save files. Its web process starts at the
+  /// first load.
   GRef<WebKitWebView> makeView() const;
 
   /// To be told before each load. The web processes keep libraries by their CDN URL, so after a

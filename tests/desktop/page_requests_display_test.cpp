@@ -1,0 +1,124 @@
+// What a page asks for and does not get: questions, printing, passwords, sounds, windows,
+// downloads, permissions. Nothing of it may hold up the load or come on screen.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "local_server.h"
+#include "screen.h"
+#include "support/files.h"
+
+namespace lumisk::test {
+namespace {
+
+guint windowCount() { return g_list_model_get_n_items(gtk_window_get_toplevels()); }
+
+std::string pageWith(const std::string& script) {
+  return "<!DOCTYPE html><body><p id=\"p\">text</p><script>" + script + "</script></body>";
+}
+
+TEST(PageRequests, QuestionsAreAnsweredByNobody) {
+  const struct {
+    const char* label;
+    const char* question;
+    const char* answer;
+  } rows[] = {
+      {"alert", "alert('x')", "undefined"},
+      {"confirm", "confirm('x')", "true"},
+      {"prompt", "prompt('x', 'y')", "null"},
+  };
+  for (const auto& row : rows) {
+    PageOnScreen page(pageWith("window.answer = " + std::string(row.question)));
+    EXPECT_EQ(page("String(window.answer)"), row.answer) << row.label;
+    EXPECT_EQ(windowCount(), 1U) << row.label;
+  }
+}
+
+TEST(PageRequests, APageIsLeftWithoutAQuestion) {
+  PageOnScreen page(
+      pageWith("addEventListener('beforeunload', (event) => { event.preventDefault();"
+               " event.returnValue = 'stay'; });"));
+  // As after a click, without which the engine asks no question.
+  page("document.body.click()");
+  page("setTimeout(() => { location = 'about:blank'; }), 1");
+  EXPECT_TRUE(page.becomes("location.href === 'about:blank'"));
+}
+
+TEST(PageRequests, ScriptsDoNotPrint) {
+  PageOnScreen page(pageWith("print()"));
+  runFor(500);
+  EXPECT_EQ(windowCount(), 1U);
+  EXPECT_EQ(page("document.getElementById('p').textContent"), "text");
+}
+
+TEST(PageRequests, NobodyIsAskedForAPassword) {
+  LocalServer server([](const std::string&) {
+    return httpAnswer("401 Unauthorized", "WWW-Authenticate: Basic realm=\"x\"\r\n", "no");
+  });
+  PageOnScreen page("<!DOCTYPE html><body><p id=\"p\">text</p><img src=\"" + server.url("/a.png") +
+                    "\"></body>");
+  EXPECT_EQ(server.requests().size(), 1U);
+  EXPECT_EQ(page("document.getElementById('p').textContent"), "text");
+  EXPECT_EQ(windowCount(), 1U);
+}
+
+TEST(PageRequests, NothingPlaysByItself) {
+  PageOnScreen page(
+      pageWith("new Audio('data:audio/wav;base64,UklGRg==').play().then("
+               "() => { window.played = 'yes'; }, (error) => { window.played = error.name; })"));
+  EXPECT_TRUE(page.becomes("window.played !== undefined"));
+  EXPECT_EQ(page("window.played"), "NotAllowedError");
+}
+
+TEST(PageRequests, PermissionsAreDenied) {
+  PageOnScreen page(
+      pageWith("navigator.geolocation.getCurrentPosition(() => { window.place = 'given'; },"
+               " (error) => { window.place = 'error ' + error.code; })"));
+  EXPECT_TRUE(page.becomes("window.place !== undefined"));
+  EXPECT_EQ(page("window.place"), "error 1") << "permission denied";
+  EXPECT_EQ(windowCount(), 1U);
+}
+
+TEST(PageRequests, ALinkThatAsksForAWindowOpensInside) {
+  const TemporaryFolder folder;
+  writeAll(folder / "next.html", "<p id=\"next\">next</p>");
+  PageOnScreen page("<!DOCTYPE html><body><a target=\"_blank\" href=\"file://" +
+                    (folder / "next.html").string() + "\">on</a></body>");
+  page("document.querySelector('a').click()");
+  EXPECT_TRUE(page.becomes("document.getElementById('next') !== null"));
+  EXPECT_EQ(windowCount(), 1U);
+}
+
+TEST(PageRequests, WindowsAreNotOpened) {
+  PageOnScreen page(pageWith("window.byItself = String(window.open('about:blank'))"));
+  EXPECT_EQ(page("window.byItself"), "null");
+  EXPECT_EQ(page("String(window.open('about:blank'))"), "null") << "after a click";
+  runFor(300);
+  EXPECT_EQ(windowCount(), 1U);
+  EXPECT_EQ(page("document.getElementById('p').textContent"), "text");
+}
+
+TEST(PageRequests, FilesAreNotSaved) {
+  LocalServer server([](const std::string&) {
+    return httpAnswer("200 OK",
+                      "Content-Type: application/octet-stream\r\n"
+                      "Content-Disposition: attachment; filename=\"saved.bin\"\r\n",
+                      "bytes");
+  });
+  const std::string url = server.url("/saved.bin");
+  PageOnScreen page("<!DOCTYPE html><body><p id=\"p\">text</p><a id=\"link\" href=\"" + url +
+                    "\">a</a><a id=\"saving\" download href=\"" + url + "\">b</a></body>");
+  for (const char* const id : {"link", "saving"}) {
+    const std::size_t before = server.requests().size();
+    page(std::string("document.getElementById('") + id + "').click()");
+    runUntil([&] { return server.requests().size() > before; });
+    runFor(500);
+    EXPECT_EQ(page("document.getElementById('p').textContent"), "text") << id;
+  }
+  EXPECT_GT(server.requests().size(), 0U);
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(g_get_home_dir()))
+    EXPECT_NE(entry.path().filename(), "saved.bin") << entry.path();
+}
+
+}  // namespace
+}  // namespace lumisk::test
