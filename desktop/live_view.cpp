@@ -14,7 +14,8 @@ constexpr unsigned kPatience = 500;  // milliseconds
 /// that has everything compiled and cached stays.
 constexpr const char* kBlankBase = "file:///";
 
-/// The session's storage and the window's name belong to the view, not to the page.
+/// The session's storage and the window's name belong to the view, not to the page. Run where a
+/// page's first own script would run, because the page before may write until the moment it goes.
 constexpr const char* kForgetScript =
     "try { sessionStorage.clear(); } catch (e) {} window.name = '';";
 
@@ -30,6 +31,14 @@ constexpr const char* kFrame = R"js(
 )js";
 /// Where a page cannot put functions of its own in the place of the engine's.
 constexpr const char* kHostWorld = "lumisk-host";
+
+void forgetAtEachPage(WebKitWebView* view) {
+  WebKitUserScript* const script = webkit_user_script_new_for_world(
+      kForgetScript, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+      WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, kHostWorld, nullptr, nullptr);
+  webkit_user_content_manager_add_script(webkit_web_view_get_user_content_manager(view), script);
+  webkit_user_script_unref(script);
+}
 
 /// A boolean would be refused: the engine takes numbers, texts, arrays and dictionaries.
 GVariant* frameArguments(WebKitWebView* view) {
@@ -52,11 +61,13 @@ int entriesBehind(WebKitWebView* view) {
 
 /// The address of what the engine has taken up. The view's own URI is that of the latest request
 /// from the moment of the request, while the engine may still be committing an earlier one; the
-/// main resource is what came. Text that was handed over has no resource.
-const char* committedAddress(WebKitWebView* view) {
+/// main resource is what came. Text that was handed over has no resource, so that it is none of
+/// the host's pages from files when it comes late.
+const char* committedAddress(WebKitWebView* view, std::string_view awaited) {
   WebKitWebResource* const resource = webkit_web_view_get_main_resource(view);
-  return resource == nullptr ? webkit_web_view_get_uri(view)
-                             : webkit_web_resource_get_uri(resource);
+  if (resource != nullptr) return webkit_web_resource_get_uri(resource);
+  const bool isPageOfFile = awaited.find('?') != std::string_view::npos;
+  return isPageOfFile ? nullptr : webkit_web_view_get_uri(view);
 }
 
 /// Whether the engine, which may write an address in another form, means `awaited`: the number of
@@ -77,7 +88,9 @@ LiveView::LiveView(const WebEngine& engine)
     : view_(engine.makeView()),
       loadChanged_(view_.get(), "load-changed", G_CALLBACK(&LiveView::loadChanged), this),
       loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
-      terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this) {}
+      terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this) {
+  forgetAtEachPage(view());
+}
 
 /// The process would otherwise run on for as long as its page keeps it busy.
 LiveView::~LiveView() {
@@ -92,8 +105,6 @@ void LiveView::scrub() {
   webkit_web_view_stop_loading(view());
   webkit_find_controller_search_finish(webkit_web_view_get_find_controller(view()));
   webkit_web_view_set_zoom_level(view(), 1.0);
-  webkit_web_view_evaluate_javascript(view(), kForgetScript, -1, nullptr, nullptr, nullptr, nullptr,
-                                      nullptr);
   patience_.cancel();
   // Ends the document's scripts, timers and sounds, and lets go of its memory.
   webkit_web_view_load_html(view(), "", kBlankBase);
@@ -166,7 +177,7 @@ void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpo
 }
 
 void LiveView::committed() {
-  const char* const uri = committedAddress(view());
+  const char* const uri = committedAddress(view(), awaited_);
   if (uri == nullptr) return;
   if (!awaited_.empty()) {
     if (!isLoadOf(uri, awaited_)) return;  // a late word of the load before

@@ -101,11 +101,9 @@ PageOnScreen::PageOnScreen(const std::string& html, Program& program)
   };
   element_ = std::make_unique<desktop::Element>(ui::View(page), desktop::Axis::None, context_);
   WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view());
-  WebKitUserScript* recorder =
-      webkit_user_script_new(kRecorder, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
-                             WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr);
-  webkit_user_content_manager_add_script(manager, recorder);
-  webkit_user_script_unref(recorder);
+  recorder_ = webkit_user_script_new(kRecorder, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+                                     WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr);
+  webkit_user_content_manager_add_script(manager, recorder_);
   gtk_window_set_default_size(window_, 900, 800);
   gtk_window_set_child(window_, element_->widget());
   gtk_window_present(window_);
@@ -113,7 +111,9 @@ PageOnScreen::PageOnScreen(const std::string& html, Program& program)
 }
 
 PageOnScreen::~PageOnScreen() {
-  webkit_user_content_manager_remove_all_scripts(webkit_web_view_get_user_content_manager(view()));
+  webkit_user_content_manager_remove_script(webkit_web_view_get_user_content_manager(view()),
+                                            recorder_);
+  webkit_user_script_unref(recorder_);
   gtk_window_set_child(window_, nullptr);
   element_.reset();
   gtk_window_destroy(window_);

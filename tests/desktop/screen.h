@@ -60,6 +60,7 @@ class PageOnScreen {
  private:
   desktop::DesktopWebViews webViews_;
   desktop::RenderContext context_;
+  WebKitUserScript* recorder_;
   std::vector<Toggle> toggles_;
   bool isLoaded_ = false;
   std::unique_ptr<desktop::Element> element_;
