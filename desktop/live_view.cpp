@@ -232,6 +232,11 @@ void LiveViews::warmUp() {
 }
 
 void LiveViews::giveBack(std::unique_ptr<LiveView> view) {
+  if (view->hasLeftDocument()) {
+    // The kept one belongs to the same session.
+    warm_.reset();
+    engine_.forgetSites();
+  }
   if (!view->isFit() || warm_) return;
   view->scrub();
   warm_ = std::move(view);

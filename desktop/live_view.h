@@ -30,6 +30,8 @@ class LiveView {
 
   /// Whether the next document may have this view.
   bool isFit() const { return !isDead_ && !hasLeftDocument_; }
+  /// Whether a link led it elsewhere.
+  bool hasLeftDocument() const { return hasLeftDocument_; }
   /// Puts an empty page in the document's place. `isScrubbed` is true once it is there, which a
   /// document whose script never ends holds up for ever.
   void scrub();

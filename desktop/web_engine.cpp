@@ -24,7 +24,6 @@ GRef<WebKitSettings> makeSettings(bool hasCard) {
   auto settings = GRef<WebKitSettings>::adopt(webkit_settings_new());
   webkit_settings_set_enable_javascript(settings.get(), TRUE);
   webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), FALSE);
-  webkit_settings_set_media_playback_requires_user_gesture(settings.get(), TRUE);
   // What a page leaves behind would reach the next document in the same view.
   webkit_settings_set_enable_html5_local_storage(settings.get(), FALSE);
   webkit_settings_set_enable_html5_database(settings.get(), FALSE);
@@ -53,9 +52,10 @@ gboolean answerDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer) {
 /// A person prints by the panel's own command; a page's script does not.
 gboolean refusePrint(WebKitWebView*, WebKitPrintOperation*, gpointer) { return TRUE; }
 
-/// Nobody is asked for a password by something that is being looked at.
+/// Nobody is asked for a password by something that is being looked at: the site says what it says
+/// without one.
 gboolean refuseLogin(WebKitWebView*, WebKitAuthenticationRequest* request, gpointer) {
-  webkit_authentication_request_cancel(request);
+  webkit_authentication_request_authenticate(request, nullptr);
   return TRUE;
 }
 
@@ -83,16 +83,23 @@ void refuseDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer) {
   webkit_download_cancel(download);
 }
 
+GRef<WebKitNetworkSession> makeSession() {
+  auto session = GRef<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral());
+  g_signal_connect(session.get(), "download-started", G_CALLBACK(refuseDownload), nullptr);
+  return session;
+}
+
 }  // namespace
 
 WebEngine::WebEngine(const EngineFiles& files)
     : context_(makeContext(files)),
-      session_(GRef<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral())),
+      session_(makeSession()),
       settings_(makeSettings(hasGraphicsCard())) {
   GdkDisplay* display = gdk_display_get_default();
   if (display != nullptr && !hasGraphicsCard()) drawInSoftware(display);
-  g_signal_connect(session_.get(), "download-started", G_CALLBACK(refuseDownload), nullptr);
 }
+
+void WebEngine::forgetSites() { session_ = makeSession(); }
 
 void WebEngine::willLoad(Diagrams diagrams) {
   const bool isKept = lastDiagrams_ && *lastDiagrams_ != diagrams;
@@ -103,9 +110,11 @@ void WebEngine::willLoad(Diagrams diagrams) {
 }
 
 GRef<WebKitWebView> WebEngine::makeView() const {
-  auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(
-      g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session",
-                   session_.get(), "settings", settings_.get(), nullptr)));
+  const auto policies = GRef<WebKitWebsitePolicies>::adopt(
+      webkit_website_policies_new_with_policies("autoplay", WEBKIT_AUTOPLAY_DENY, nullptr));
+  auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(g_object_new(
+      WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
+      "settings", settings_.get(), "website-policies", policies.get(), nullptr)));
   const GdkRGBA transparent{0, 0, 0, 0};
   webkit_web_view_set_background_color(view.get(), &transparent);
   g_signal_connect(view.get(), "permission-request", G_CALLBACK(denyPermission), nullptr);

@@ -33,6 +33,10 @@ class WebEngine {
   /// first load.
   GRef<WebKitWebView> makeView() const;
 
+  /// Forgets the sites that pages have been led to: their cookies, caches, workers. For the views
+  /// that are made from then on.
+  void forgetSites();
+
   /// To be told before each load. The web processes keep libraries by their CDN URL, so after a
   /// page that had the stand-in for the diagram library they must forget it, and the other way
   /// round.

@@ -7,11 +7,14 @@
 #include <set>
 #include <string>
 
+#include "local_server.h"
 #include "preview_on_screen.h"
 #include "process_tree.h"
 
 namespace lumisk::test {
 namespace {
+
+using testing::HasSubstr;
 
 /// What a document may do to be remembered by the next.
 struct Trick {
@@ -130,6 +133,37 @@ TEST_F(PreviewTest, WhereThePageFileCannotBeWrittenThePageIsHandedOver) {
     EXPECT_EQ(evaluate(preview.page(), "typeof mermaid"), "object") << "the libraries are there";
   }
   std::filesystem::remove(pages);
+}
+
+TEST_F(OneDocument, LeavesNoSiteThatItLedTo) {
+  LocalServer server([](const std::string&) {
+    return httpAnswer("200 OK",
+                      "Content-Type: text/html\r\nCache-Control: max-age=3600\r\n"
+                      "Set-Cookie: leak=1; Max-Age=3600; Path=/\r\n",
+                      "<title>Site</title><p id=\"site\">site</p><a href=\"/again\">again</a>");
+  });
+  writeAll(folder_ / "leads.md", "[on](" + server.url("/") + ")");
+  const auto follow = [&](Preview& preview, const char* until) {
+    evaluate(preview.page(), "document.querySelector('a').click(), 1");
+    return runUntil([&] { return evaluate(preview.page(), until) == "true"; });
+  };
+  WebKitWebView* first = nullptr;
+  {
+    Preview preview(folder_ / "leads.md");
+    ASSERT_TRUE(preview.finishes());
+    first = preview.page();
+    g_object_add_weak_pointer(G_OBJECT(first), reinterpret_cast<gpointer*>(&first));
+    ASSERT_TRUE(follow(preview, "document.getElementById('site') !== null"));
+    ASSERT_TRUE(follow(preview, "location.pathname === '/again'"));
+  }
+  EXPECT_EQ(first, nullptr) << "the view is not used again";
+  ASSERT_EQ(server.requests().size(), 2U);
+  EXPECT_THAT(server.requests()[1], HasSubstr("Cookie: leak=1")) << "within a document it is kept";
+  Preview preview(folder_ / "leads.md");
+  ASSERT_TRUE(preview.finishes());
+  ASSERT_TRUE(follow(preview, "document.getElementById('site') !== null"));
+  ASSERT_EQ(server.requests().size(), 3U) << "nor is the answer that was kept";
+  EXPECT_THAT(server.requests()[2], Not(HasSubstr("Cookie:")));
 }
 
 // --- documents that keep their process busy ---

@@ -55,17 +55,18 @@ TEST(PageRequests, NobodyIsAskedForAPassword) {
   LocalServer server([](const std::string&) {
     return httpAnswer("401 Unauthorized", "WWW-Authenticate: Basic realm=\"x\"\r\n", "no");
   });
-  PageOnScreen page("<!DOCTYPE html><body><p id=\"p\">text</p><img src=\"" + server.url("/a.png") +
-                    "\"></body>");
+  PageOnScreen page("<!DOCTYPE html><body><a href=\"" + server.url("/") + "\">on</a></body>");
+  page("document.querySelector('a').click()");
+  EXPECT_TRUE(page.becomes("document.body.textContent === 'no'")) << "the server's own refusal";
   EXPECT_EQ(server.requests().size(), 1U);
-  EXPECT_EQ(page("document.getElementById('p').textContent"), "text");
   EXPECT_EQ(windowCount(), 1U);
 }
 
 TEST(PageRequests, NothingPlaysByItself) {
   PageOnScreen page(
-      pageWith("new Audio('data:audio/wav;base64,UklGRg==').play().then("
-               "() => { window.played = 'yes'; }, (error) => { window.played = error.name; })"));
+      pageWith("const video = document.createElement('video'); video.muted = true;"
+               "video.src = 'data:video/webm;base64,GkXfow=='; video.play().then(() => { "
+               "window.played = 'yes'; }, (error) => { window.played = error.name; })"));
   EXPECT_TRUE(page.becomes("window.played !== undefined"));
   EXPECT_EQ(page("window.played"), "NotAllowedError");
 }
@@ -107,15 +108,16 @@ TEST(PageRequests, FilesAreNotSaved) {
   });
   const std::string url = server.url("/saved.bin");
   PageOnScreen page("<!DOCTYPE html><body><p id=\"p\">text</p><a id=\"link\" href=\"" + url +
-                    "\">a</a><a id=\"saving\" download href=\"" + url + "\">b</a></body>");
+                    "\">a</a><a id=\"saving\" download=\"saved.bin\" "
+                    "href=\"data:application/octet-stream,bytes\">b</a></body>");
   for (const char* const id : {"link", "saving"}) {
     const std::size_t before = server.requests().size();
     page(std::string("document.getElementById('") + id + "').click()");
-    runUntil([&] { return server.requests().size() > before; });
+    const bool isAsked = id == std::string("link");
+    EXPECT_TRUE(runUntil([&] { return !isAsked || server.requests().size() > before; }));
     runFor(500);
     EXPECT_EQ(page("document.getElementById('p').textContent"), "text") << id;
   }
-  EXPECT_GT(server.requests().size(), 0U);
   for (const auto& entry : std::filesystem::recursive_directory_iterator(g_get_home_dir()))
     EXPECT_NE(entry.path().filename(), "saved.bin") << entry.path();
 }
