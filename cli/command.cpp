@@ -11,6 +11,7 @@
 #include "cli/integrate.h"
 #include "cli/open.h"
 #include "cli/page.h"
+#include "platform/terminal_text.h"
 
 namespace lumisk {
 
@@ -52,14 +53,8 @@ int runCommand(const std::vector<std::string_view>& words) {
 }
 
 void complain(std::string_view sentence) {
-  std::string line = "lumisk: ";
-  for (const char c : sentence) {
-    const auto byte = static_cast<unsigned char>(c);
-    line += byte < 0x20 || byte == 0x7F ? '?' : c;
-  }
-  line += '\n';
   DescriptorOutput out(STDERR_FILENO);
-  out.append(line);
+  out.append(complaintLine(sentence));
   out.flush();
 }
 

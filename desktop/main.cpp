@@ -8,6 +8,7 @@
 #include "desktop/previewer_arguments.h"
 #include "desktop/service/hand_over.h"
 #include "desktop/snapshot.h"
+#include "platform/terminal_text.h"
 
 namespace {
 
@@ -26,8 +27,8 @@ EngineFiles findEngineFiles() {
           std::filesystem::is_directory(locale, error) ? locale : std::string()};
 }
 
-int complain(int status, const char* sentence) {
-  std::fprintf(stderr, "lumisk: %s\n", sentence);
+int complain(int status, std::string_view sentence) {
+  std::fputs(lumisk::complaintLine(sentence).c_str(), stderr);
   return status;
 }
 
@@ -53,13 +54,12 @@ int run(const ReloadBusRequest&) {
 
 int run(const SnapshotRequest& request) {
   if (gtk_init_check() == FALSE)
-    return complain(
-        kExitFailure,
-        "there is no display to draw on; \"xvfb-run lumisk snapshot …\" brings its own");
+    return complain(kExitFailure,
+                    "there is no display to draw on; \"xvfb-run lumisk snapshot\" brings its own");
   return takeSnapshot(request, findEngineFiles());
 }
 
-int run(const WrongUsage& usage) { return complain(kExitUsage, usage.sentence.c_str()); }
+int run(const WrongUsage& usage) { return complain(kExitUsage, usage.sentence); }
 
 }  // namespace
 
