@@ -66,9 +66,10 @@ int becomePreviewer(const std::string& program, const char* command,
   return kExitFailure;
 }
 
-int runInPreviewer(const char* command, const std::vector<std::string>& rest) {
+/// `advice` is for a person without a display.
+int runInPreviewer(const char* command, const std::vector<std::string>& rest, const char* advice) {
   if (!hasDisplay()) {
-    complain("there is no display to show it on; lumisk page writes the page of a file");
+    complain(std::string("there is no display ") + advice);
     return kExitFailure;
   }
   const std::optional<std::string> program = findPreviewer();
@@ -88,9 +89,12 @@ int runOpen(const Arguments& arguments) {
     if (!address) return kExitFailure;
     addresses.push_back(*std::move(address));
   }
-  return runInPreviewer("open", addresses);
+  return runInPreviewer("open", addresses, "to show it on; lumisk page writes the page of a file");
 }
 
-int runSnapshot(const Arguments& arguments) { return runInPreviewer("snapshot", arguments.paths); }
+int runSnapshot(const Arguments& arguments) {
+  return runInPreviewer("snapshot", arguments.paths,
+                        "to draw on; xvfb-run lumisk snapshot brings its own");
+}
 
 }  // namespace lumisk

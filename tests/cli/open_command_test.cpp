@@ -71,6 +71,15 @@ TEST(OpenCommand, WithoutADisplayItNamesTheOtherWay) {
   }
 }
 
+TEST(OpenCommand, ASnapshotWithoutADisplayNamesHowToLendOne) {
+  const ScratchInstallation installation;
+  const ProcessResult result = installation.run({"snapshot", "/nowhere/a", "x.png"}, {});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.standardError, HasSubstr("xvfb-run"));
+  EXPECT_THAT(result.standardError, Not(HasSubstr("lumisk page")));
+  EXPECT_EQ(installation.calls(), "");
+}
+
 TEST(OpenCommand, WithoutAPreviewerItNamesTheOtherWay) {
   const ScratchInstallation installation;
   fs::remove(installation.previewer());
