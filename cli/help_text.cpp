@@ -21,7 +21,8 @@ Commands:
                        one element a line, web pages by their length, digest
                        and base
   snapshot PATH PICTURE
-                       write a picture of the preview in the PNG format
+                       write a picture of the preview in the PNG format; only
+                       an older picture is replaced, no other file
   integrate            make Lumisk the previewer of your file manager: Space
                        shows the selected item
 

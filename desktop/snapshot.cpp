@@ -8,10 +8,12 @@
 #include "desktop/item_facts.h"
 #include "desktop/page_drawing.h"
 #include "desktop/picture.h"
+#include "desktop/picture_file.h"
 #include "desktop/presentation.h"
 #include "desktop/style.h"
 #include "folder/folder_preview_view.h"
 #include "platform/argument_url.h"
+#include "platform/terminal_text.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -23,9 +25,7 @@ constexpr unsigned kFolderSizeWait = 10'000;   // milliseconds
 constexpr unsigned kTimeToDraw = 250;          // milliseconds
 constexpr unsigned kMostDrawings = 20;
 
-void complain(const std::string& sentence) {
-  std::fprintf(stderr, "lumisk: %s\n", sentence.c_str());
-}
+void complain(const std::string& sentence) { std::fputs(complaintLine(sentence).c_str(), stderr); }
 
 /// Shows the item in a window without a frame, waits and draws.
 class Snapshot {
@@ -40,6 +40,7 @@ class Snapshot {
   int run() {
     const auto url = fileURLOfArgument(request_.path);
     if (!url) return fail("no file has the name " + request_.path);
+    if (const auto reason = whyNotWritable(url->path(), request_.output)) return fail(*reason);
     present(*url);
     if (presentation_->error()) {
       const ItemFacts facts = readItemFacts(*url, platform_.platform());
@@ -48,10 +49,7 @@ class Snapshot {
     if (!request_.mode.empty() && !presentation_->selectMode(request_.mode))
       return fail("this preview has no mode called " + request_.mode);
     waitForContent();
-    timeout_.after(kLongestWait, [this] {
-      exitStatus_ = fail("the page did not finish loading");
-      g_main_loop_quit(loop_);
-    });
+    timeout_.after(kLongestWait, [this] { giveUp("the page did not finish loading"); });
     g_main_loop_run(loop_);
     g_main_loop_unref(loop_);
     gtk_window_destroy(window_);
@@ -64,11 +62,17 @@ class Snapshot {
     return 1;
   }
 
+  void giveUp(const std::string& sentence) {
+    exitStatus_ = fail(sentence);
+    g_main_loop_quit(loop_);
+  }
+
   void present(const FileURL& url) {
     window_ = GTK_WINDOW(gtk_window_new());
     gtk_window_set_decorated(window_, FALSE);
     installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
     webViews_.onFinished = [this] { settlePage(); };
+    webViews_.onTerminated = [this] { giveUp("the process that draws the page has ended"); };
     presentation_ = std::make_unique<Presentation>(url, context_);
     const bool isFolder = presentation_->view() != nullptr &&
                           presentation_->view()->as<FolderPreviewView>() != nullptr;

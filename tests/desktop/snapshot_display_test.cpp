@@ -1,16 +1,22 @@
 // Pictures of previews, as the command writes them.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
+
+#include <algorithm>
 
 #include "desktop/page_drawing.h"
 #include "desktop/picture.h"
 #include "panel_on_screen.h"
+#include "process_tree.h"
 #include "support/process.h"
 
 namespace lumisk::test {
 namespace {
 
 using desktop::GRef;
+using testing::HasSubstr;
 
 /// The lower half of a picture, where a page stands and no bar does.
 GRef<GdkTexture> lowerHalf(GdkTexture* picture) {
@@ -76,6 +82,98 @@ TEST(Snapshot, ShowsThePageFromTheFirstPreviewOn) {
     ASSERT_TRUE(shown);
     EXPECT_FALSE(desktop::isBlank(lowerHalf(shown.get()).get())) << mode;
   }
+}
+
+/// How light the picture is all in all, from 0 to 255.
+double meanLightness(GdkTexture* picture) {
+  const auto width = static_cast<std::size_t>(gdk_texture_get_width(picture));
+  const auto height = static_cast<std::size_t>(gdk_texture_get_height(picture));
+  std::vector<guchar> bytes(width * height * 4);
+  gdk_texture_download(picture, bytes.data(), width * 4);
+  double sum = 0;
+  for (std::size_t i = 0; i < bytes.size(); ++i)
+    if (i % 4 != 3) sum += bytes[i];
+  return sum / static_cast<double>(width * height * 3);
+}
+
+TEST(Snapshot, OptionsAreSeenInThePicture) {
+  const ItemsToShow items;
+  const std::string picture = (items / "picture").string();
+  const auto take = [&](const std::vector<std::string>& options) {
+    std::vector<std::string> words = {LUMISK_PREVIEWER, "snapshot", "--size", "500x400"};
+    words.insert(words.end(), options.begin(), options.end());
+    words.insert(words.end(), {(items / "guide.md").string(), picture});
+    const ProcessResult result = runProcess(words);
+    EXPECT_EQ(result.exitStatus, 0) << result.standardError;
+    return GRef<GdkTexture>::adopt(gdk_texture_new_from_filename(picture.c_str(), nullptr));
+  };
+  const auto light = take({"--light"});
+  const auto dark = take({"--dark"});
+  const auto source = take({"--mode", "source"});
+  ASSERT_TRUE(light && dark && source);
+  EXPECT_GT(meanLightness(light.get()), 200);
+  EXPECT_LT(meanLightness(dark.get()), 80);
+  EXPECT_GT(meanLightness(source.get()), 200);
+  const auto pixels = [](GdkTexture* texture) {
+    std::vector<guchar> bytes(std::size_t{500} * 400 * 4);
+    gdk_texture_download(texture, bytes.data(), std::size_t{500} * 4);
+    return bytes;
+  };
+  const auto rendered = pixels(light.get());
+  const auto plain = pixels(source.get());
+  std::size_t different = 0;
+  for (std::size_t i = 0; i < rendered.size(); i += 4)
+    different += std::equal(&rendered[i], &rendered[i] + 3, &plain[i]) ? 0 : 1;
+  EXPECT_GT(different, 1000U) << "of 200000 pixels";
+}
+
+TEST(Snapshot, OverwritesNoDocument) {
+  const ItemsToShow items;
+  const std::string one = (items / "guide.md").string();
+  const std::string two = (items / "data.json").string();
+  const std::string before = readAll(two);
+  const ProcessResult second = runProcess({LUMISK_PREVIEWER, "snapshot", one, two});
+  EXPECT_EQ(second.exitStatus, 1);
+  EXPECT_THAT(second.standardError, HasSubstr("data.json' is there and is no PNG picture"));
+  EXPECT_EQ(readAll(two), before);
+  const ProcessResult itself = runProcess({LUMISK_PREVIEWER, "snapshot", two, two});
+  EXPECT_EQ(itself.exitStatus, 1);
+  EXPECT_THAT(itself.standardError, HasSubstr("the item itself"));
+  EXPECT_EQ(readAll(two), before);
+}
+
+TEST(Snapshot, NamesAreHarmlessToATerminal) {
+  const TemporaryFolder folder;
+  const ProcessResult result = runProcess(
+      {LUMISK_PREVIEWER, "snapshot", (folder / "a\x1b[2Jb.md").string(), "/nowhere/x.png"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.standardError, HasSubstr("a?[2Jb.md"));
+  EXPECT_THAT(result.standardError, Not(HasSubstr("\x1b")));
+  const ProcessResult usage = runProcess({LUMISK_PREVIEWER, "snapshot", "--\x1b[2J"});
+  EXPECT_EQ(usage.exitStatus, 2);
+  EXPECT_THAT(usage.standardError, HasSubstr("unknown option --?[2J"));
+}
+
+TEST(Snapshot, SaysAtOnceThatTheWebProcessHasEnded) {
+  const ItemsToShow items;
+  writeAll(items / "guide.md", "# Hangs\n\n</script><script>while (true);</script>");
+  GError* error = nullptr;
+  const std::string document = (items / "guide.md").string();
+  const std::string picture = (items / "new.png").string();
+  const auto process = GRef<GSubprocess>::adopt(
+      g_subprocess_new(G_SUBPROCESS_FLAGS_STDERR_PIPE, &error, LUMISK_PREVIEWER, "snapshot",
+                       document.c_str(), picture.c_str(), nullptr));
+  ASSERT_TRUE(process);
+  const std::string id = g_subprocess_get_identifier(process.get());
+  ASSERT_TRUE(runUntil([&] { return !webProcesses(id).empty(); }));
+  runFor(500);
+  for (const std::string& page : webProcesses(id)) kill(std::stoi(page), SIGKILL);
+  // The program itself waits for a minute before it gives up.
+  EXPECT_TRUE(runUntil([&] { return g_subprocess_get_identifier(process.get()) == nullptr; }));
+  char* complaint = nullptr;
+  g_subprocess_communicate_utf8(process.get(), nullptr, nullptr, nullptr, &complaint, nullptr);
+  EXPECT_THAT(complaint, HasSubstr("the process that draws the page has ended"));
+  g_free(complaint);
 }
 
 }  // namespace
