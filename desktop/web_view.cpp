@@ -96,8 +96,8 @@ void DesktopWebViews::announce(const ui::SharedText& page) { diagrams_ = diagram
 
 PageLoad DesktopWebViews::nextLoad() {
   static std::uint64_t lastNumber = 0;  // never the same twice in a program
-  liveViews_.engine().willLoad(diagrams_);
-  return {++lastNumber, diagrams_};
+  if (diagrams_) liveViews_.engine().willLoad(*diagrams_);
+  return {++lastNumber, diagrams_.value_or(Diagrams::Possible)};
 }
 
 }  // namespace lumisk::desktop

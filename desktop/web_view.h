@@ -71,7 +71,7 @@ class DesktopWebViews final : public WebViewFactory {
 
   LiveViews& liveViews_;
   DesktopWebView* latest_ = nullptr;
-  Diagrams diagrams_ = Diagrams::Possible;
+  std::optional<Diagrams> diagrams_;
 };
 
 }  // namespace lumisk::desktop

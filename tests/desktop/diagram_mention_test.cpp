@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "core/json_page.h"
 #include "core/markdown_page.h"
+#include "core/source_page.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -37,6 +39,27 @@ TEST(DiagramMention, IsDecidedByTheDocumentAlone) {
 
 TEST(DiagramMention, AFolderOfThatNameCounts) {
   EXPECT_EQ(diagramsIn(buildMarkdownPage("", "file:///mermaid/", false)), Diagrams::Possible);
+}
+
+TEST(DiagramMention, EachWayToWriteTheName) {
+  const std::string word = "mermaid";
+  for (unsigned capitals = 0; capitals < 1U << word.size(); ++capitals) {
+    std::string written = word;
+    for (std::size_t i = 0; i < word.size(); ++i)
+      if ((capitals >> i & 1U) != 0) written[i] = static_cast<char>(written[i] - 'a' + 'A');
+    for (const std::string& text : {written, "x" + written + "x", written.substr(1) + written})
+      EXPECT_EQ(diagramsIn(buildMarkdownPage(text, "file:///notes/", false)), Diagrams::Possible)
+          << text;
+  }
+}
+
+// They do not load the library, whatever they tell of it.
+TEST(DiagramMention, PagesWithoutTheLibraryHaveNoSay) {
+  const FileURL url = FileURL::fromPath("/notes/mermaid.cpp");
+  for (const std::string& page :
+       {std::string(), buildJSONHTML("{\"mermaid\": \"&#\"}", url, false, true),
+        buildSourceHTML("mermaid </script>", url, "cpp", false)})
+    EXPECT_EQ(diagramsIn(page), std::nullopt);
 }
 
 }  // namespace
