@@ -25,13 +25,12 @@ ScriptValue scriptValue(JSCValue* value) {
 
 ScriptDictionary scriptDictionary(JSCValue* object) {
   ScriptDictionary dictionary;
-  char** names = jsc_value_object_enumerate_properties(object);
-  for (char** name = names; name != nullptr && *name != nullptr; ++name) {
-    if (dictionary.size() == kMostProperties) break;
-    const auto value = GRef<JSCValue>::adopt(jsc_value_object_get_property(object, *name));
-    dictionary.emplace(*name, scriptValue(value.get()));
+  for (const std::string_view key : kMessageKeys) {
+    const std::string name(key);
+    if (jsc_value_object_has_property(object, name.c_str()) == FALSE) continue;
+    const auto value = GRef<JSCValue>::adopt(jsc_value_object_get_property(object, name.c_str()));
+    dictionary.emplace(name, scriptValue(value.get()));
   }
-  g_strfreev(names);
   return dictionary;
 }
 

@@ -6,9 +6,7 @@
 
 namespace lumisk::desktop {
 
-/// What a page's script posted, as plain values. Reads at most `kMostProperties` of a dictionary.
+/// What a page's script posted, as plain values. Of a dictionary the keys that messages have.
 ScriptMessageBody scriptMessageBody(JSCValue* value);
-
-inline constexpr std::size_t kMostProperties = 64;
 
 }  // namespace lumisk::desktop

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <variant>
 
 namespace lumisk {
@@ -18,6 +20,9 @@ struct ScriptOther {
 using ScriptValue = std::variant<ScriptOther, bool, std::int64_t, double, std::string>;
 
 using ScriptDictionary = std::map<std::string, ScriptValue, std::less<>>;
+
+/// What is read of a dictionary. A host may leave the rest where it is, however much it is.
+inline constexpr std::array<std::string_view, 3> kMessageKeys = {"type", "index", "checked"};
 
 /// What a page's script posted to a message handler.
 using ScriptMessageBody = std::variant<ScriptValue, ScriptDictionary>;
