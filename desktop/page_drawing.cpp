@@ -9,12 +9,14 @@ namespace {
 
 constexpr unsigned kLookInterval = 50;  // milliseconds
 constexpr unsigned kMostLooks = 400;
+/// A page whose script never ends answers nothing.
+constexpr unsigned kLongestSettling = 20'000;  // milliseconds
 
 /// A page is complete when its fonts are there and its diagrams are drawn, which happens after the
 /// load. A diagram with an error in it may never be, and a page that is not seen has no frames.
 constexpr const char* kSettled = R"js(
   const end = Date.now() + 3000;
-  await document.fonts.ready;
+  await Promise.race([document.fonts.ready, new Promise((done) => setTimeout(done, 3000))]);
   const isDrawn = (d) => d.querySelector('svg') !== null || d.textContent.trim() === '';
   while (Date.now() < end && ![...document.querySelectorAll('div.mermaid')].every(isDrawn))
     await new Promise((done) => setTimeout(done, 20));
@@ -46,6 +48,7 @@ PageDrawing::~PageDrawing() { stop(); }
 
 void PageDrawing::stop() {
   nextLook_.cancel();
+  longestWait_.cancel();
   g_cancellable_cancel(asking_.get());
   asking_ = GRef<GCancellable>::adopt(g_cancellable_new());
 }
@@ -54,6 +57,10 @@ void PageDrawing::wait(WebKitWebView* page, std::function<void()> drawn) {
   stop();
   page_ = GRef<WebKitWebView>::retain(page);
   drawn_ = std::move(drawn);
+  longestWait_.after(kLongestSettling, [this] {
+    stop();
+    drawn_();
+  });
   webkit_web_view_call_async_javascript_function(
       page, kSettled, -1, settledArguments(isSeen(GTK_WIDGET(page))), "lumisk-host", nullptr,
       asking_.get(), &PageDrawing::scriptEnded, this);
@@ -68,6 +75,7 @@ void PageDrawing::scriptEnded(GObject* page, GAsyncResult* result, gpointer self
   if (value != nullptr) g_object_unref(value);
   if (isCancelled) return;  // nobody waits any more
   auto* drawing = static_cast<PageDrawing*>(self);
+  drawing->longestWait_.cancel();
   if (!isSeen(GTK_WIDGET(page))) return drawing->drawn_();
   webkit_web_view_get_snapshot(drawing->page_.get(), WEBKIT_SNAPSHOT_REGION_VISIBLE,
                                WEBKIT_SNAPSHOT_OPTIONS_TRANSPARENT_BACKGROUND,

@@ -35,6 +35,7 @@ class PageDrawing {
   std::function<void()> drawn_;
   GRef<GCancellable> asking_ = GRef<GCancellable>::adopt(g_cancellable_new());
   Deferred nextLook_;
+  Deferred longestWait_;
 };
 
 }  // namespace lumisk::desktop
