@@ -230,6 +230,17 @@ TEST(MarkdownPage, MessagesThatAreNoCheckboxesAreIgnored) {
   EXPECT_EQ(page.toggles(), expected);
 }
 
+TEST(MarkdownPage, AMessageMayHoldMoreThanIsRead) {
+  PageOnScreen page(pageOf("x"));
+  page(
+      "const message = {}; for (let i = 0; i < 1000; ++i) message['a' + i] = i;"
+      "Object.assign(message, {type: 'checkbox', index: 3, checked: true});"
+      "window.webkit.messageHandlers.lumisk.postMessage(message), 1");
+  const std::vector<PageOnScreen::Toggle> expected = {{3, true}};
+  EXPECT_TRUE(runUntil([&] { return !page.toggles().empty(); }));
+  EXPECT_EQ(page.toggles(), expected);
+}
+
 // --- carousels ---
 
 TEST(Carousel, OneSlideHasNoControls) {
@@ -301,6 +312,13 @@ TEST(MarkdownPage, AMissingLibrarySkipsItsStepOnly) {
       {"highlighter", {"npm/@highlightjs/cdn-assets@11.9.0/highlight.min.js"}, "1", "0", "1", "1"},
       {"diagrams", {"npm/mermaid@10.9.1/dist/mermaid.min.js"}, "1", "1", "0", "1"},
       {"math", {"npm/katex@0.16.8/dist/contrib/auto-render.min.js"}, "1", "1", "1", "0"},
+      {"style sheets",
+       {"npm/katex@0.16.8/dist/katex.min.css",
+        "npm/@highlightjs/cdn-assets@11.9.0/styles/atom-one-light.min.css"},
+       "1",
+       "1",
+       "1",
+       "1"},
   };
   const std::string source =
       "# T\n\n$x$\n\n" + fence("python", "print(1)") + fence("mermaid", "graph TD\n  A-->B");
@@ -322,23 +340,39 @@ TEST(MarkdownPage, AMissingLibrarySkipsItsStepOnly) {
   }
 }
 
+// What finds the formulas is there; what sets them is not.
+TEST(MarkdownPage, FormulasWithoutTheirLibraryFailByThemselves) {
+  const TemporaryFolder folder;
+  copyStoreWithout(folder / "store", {"npm/katex@0.16.8/dist/katex.min.js"});
+  Program program({LUMISK_EXTENSION_FOLDER, (folder / "store").string()});
+  PageOnScreen page(pageOf("$x$\n\n> [!NOTE]\n> y\n"), program);
+  EXPECT_EQ(page("consoleErrors.join()"), "KaTeX error:");
+  EXPECT_EQ(page("document.querySelectorAll('.katex').length"), "0");
+  EXPECT_EQ(page("document.querySelectorAll('.markdown-alert').length"), "1");
+}
+
 /// A library that is there but fails: its step says so under its label and the next ones still run.
 TEST(MarkdownPage, AFailingStepSaysWhichAndTheOthersGoOn) {
   const struct {
     const char*
         script;  // put where the libraries' functions are, before the page's own script runs
     const char* label;
+    const char* formulas;  // where the steps go on
+    const char* alerts;
   } rows[] = {
-      {"marked.parse = function() { throw 1; }", "Markdown parse error:"},
-      {"hljs.highlight = hljs.highlightElement = function() { throw 1; }", "Highlight error:"},
-      {"mermaid.initialize = function() { throw 1; }", "Mermaid error:"},
-      {"window.renderMathInElement = function() { throw 1; }", "KaTeX error:"},
+      {"marked.parse = function() { throw 1; }", "Markdown parse error:", "0", "0"},
+      {"hljs.highlight = hljs.highlightElement = function() { throw 1; }", "Highlight error:", "1",
+       "1"},
+      {"mermaid.initialize = function() { throw 1; }", "Mermaid error:", "1", "1"},
+      {"window.renderMathInElement = function() { throw 1; }", "KaTeX error:", "0", "1"},
   };
   for (const auto& row : rows) {
     // The script stands behind the document's own text, in the page but before `onload`.
-    PageOnScreen page(pageOf("# T\n\n" + fence("python", "x") + "</script><script>" + row.script +
-                             ";</script><script>"));
+    PageOnScreen page(pageOf("# T\n\n$x$\n\n> [!NOTE]\n> y\n\n" + fence("python", "x") +
+                             "</script><script>" + row.script + ";</script><script>"));
     EXPECT_EQ(page("consoleErrors.join()"), row.label);
+    EXPECT_EQ(page("document.querySelectorAll('.katex').length"), row.formulas) << row.label;
+    EXPECT_EQ(page("document.querySelectorAll('.markdown-alert').length"), row.alerts) << row.label;
   }
 }
 
