@@ -1,5 +1,6 @@
 #include "desktop/live_view.h"
 
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -136,10 +137,13 @@ void LiveView::load(const std::string& address) {
   begin(address, [this, address] { webkit_web_view_load_uri(view(), address.c_str()); });
 }
 
-void LiveView::loadText(const char* html, const char* baseUri) {
+void LiveView::loadText(std::string_view html, const char* baseUri) {
+  const auto free = [](GBytes* bytes) { g_bytes_unref(bytes); };
+  const std::shared_ptr<GBytes> bytes(g_bytes_new(html.data(), html.size()), free);
   begin(baseUri == nullptr ? "about:blank" : baseUri,
-        [this, text = std::string(html), base = std::string(baseUri == nullptr ? "" : baseUri)] {
-          webkit_web_view_load_html(view(), text.c_str(), base.empty() ? nullptr : base.c_str());
+        [this, bytes, base = std::string(baseUri == nullptr ? "" : baseUri)] {
+          webkit_web_view_load_bytes(view(), bytes.get(), "text/html", "UTF-8",
+                                     base.empty() ? nullptr : base.c_str());
         });
 }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "desktop/gref.h"
 #include "desktop/web_engine.h"
@@ -14,10 +15,11 @@ namespace lumisk::desktop {
 /// One of WebKit's views with its web process, used for one document after another.
 ///
 /// A fresh view costs more than a second before its first page is complete; one that has shown a
-/// page before costs a fifth of that. So views are used again, and `scrub` takes out what a
-/// document may have left behind: history, storage, zoom, find. What cannot be taken out makes the
-/// view unfit: a page that it was led to by a link may have left anything in its own origin, and a
-/// dead web process has to be started anew.
+/// page before costs a fifth of that. So views are used again: `scrub` ends the document and takes
+/// out its zoom and find, the next load its history, and each page begins by forgetting what the
+/// page before left in the session's storage and the window's name. What cannot be taken out makes
+/// the view unfit: a page that it was led to by a link may have left anything in its own origin,
+/// and a dead web process has to be started anew.
 class LiveView {
  public:
   explicit LiveView(const WebEngine& engine);
@@ -43,7 +45,7 @@ class LiveView {
   /// A process that was used before and does not take the page up is busy with an earlier one for
   /// good: it is ended, and the page goes to another.
   void load(const std::string& address);
-  void loadText(const char* html, const char* baseUri);
+  void loadText(std::string_view html, const char* baseUri);
   /// Whether there is a page of this document to go back to.
   bool canGoBack() const;
 

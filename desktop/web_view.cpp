@@ -74,9 +74,8 @@ void DesktopWebView::loadHTMLString(const ui::SharedText& html,
                                     const std::optional<FileURL>& baseURL) {
   hideUntilDrawn();
   owner_.liveViews_.engine().willLoad(Diagrams::Possible);
-  const std::string text(html.view());
   const std::string base = baseURL ? std::string(baseURL->absoluteString()) : std::string();
-  live_->loadText(text.c_str(), baseURL ? base.c_str() : nullptr);
+  live_->loadText(html.view(), baseURL ? base.c_str() : nullptr);
 }
 
 /// The view still holds the picture of what it showed before, also after the engine has taken up

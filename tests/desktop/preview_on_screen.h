@@ -63,11 +63,6 @@ class Preview {
       return runUntil([&] { return folder->state().folderSizeStr.has_value(); });
     return runUntil([&] { return finishedLoads_ > 0; });
   }
-  /// Whether it finishes in so short a time.
-  bool finishesWithin(unsigned milliseconds) {
-    runFor(milliseconds);
-    return finishedLoads_ > 0;
-  }
   int terminations() const { return terminations_; }
   int finishedLoads() const { return finishedLoads_; }
   desktop::Presentation& presentation() { return *presentation_; }

@@ -4,6 +4,7 @@
 
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,21 @@ inline std::set<std::string> webProcesses(const std::string& root = std::to_stri
     if (name == "WebKitWebProces") found.insert(process);  // the kernel cuts names
   }
   return found;
+}
+
+/// The time that the process has computed so far, in ticks of the clock.
+inline long computedTicks(const std::string& process) {
+  std::ifstream file("/proc/" + process + "/stat");
+  std::string line;
+  std::getline(file, line);
+  // The name, in brackets, is the second field and may hold blanks.
+  std::istringstream fields(line.substr(line.rfind(')') + 1));
+  constexpr int kFieldsBetween = 11;
+  std::string field;
+  for (int i = 0; i < kFieldsBetween; ++i) fields >> field;
+  long ticks = 0;
+  fields >> ticks;
+  return ticks;
 }
 
 }  // namespace lumisk::test
