@@ -5,63 +5,14 @@
 #include <signal.h>
 
 #include "desktop/document_control.h"
-#include "desktop/panel.h"
-#include "screen.h"
-#include "support/files.h"
+#include "panel_test.h"
 #include "support/process.h"
-#include "x_desktop.h"
 
 namespace lumisk::test {
 namespace {
 
 using desktop::Command;
-using desktop::Panel;
 using testing::HasSubstr;
-
-class PanelTest : public testing::Test {
- protected:
-  PanelTest() {
-    std::string text;
-    for (int i = 0; i < 300; ++i) text += "Line " + std::to_string(i) + " of tides.\n\n";
-    writeAll(folder_ / "long.md",
-             "# Tides\n\n[next](file://" + (folder_ / "next.html").string() + ")\n\n" + text);
-    writeAll(folder_ / "next.html", "<title>Next</title><p id=\"next\">next</p>");
-    writeAll(folder_ / "data.csv", "a,b\n1,2\n");
-    writeAll(folder_ / "picture.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff", 17));
-    panel_ =
-        std::make_unique<Panel>(Program::shared().platform.platform(), Program::shared().liveViews);
-    panel_->onPageFinished = [this] { ++finishedLoads_; };
-    panel_->onClosed = [this] { ++closings_; };
-    panel_->onQuit = [this] { hasQuit_ = true; };
-  }
-
-  void open(const char* name) {
-    finishedLoads_ = 0;
-    panel_->show(FileURL::fromPath((folder_ / name).string()));
-    if (panel_->presentation() != nullptr) {
-      ASSERT_TRUE(runUntil([&] { return finishedLoads_ > 0; }));
-    }
-    // The window manager deals with one window after another: when it knows none but this one, it
-    // has done with the window of the test before and gives the keys to no other any more.
-    ASSERT_TRUE(runUntil([&] {
-      const std::vector<WindowId> windows = desktop_.windows();
-      return windows.size() == 1 && desktop_.hasKeyboard(windows.front()) &&
-             gtk_window_is_active(panel_->window()) == TRUE;
-    }));
-  }
-  WebKitWebView* page() { return panel_->webViews().latestView(); }
-  double scrollTop() { return std::stod(evaluate(page(), "window.scrollY")); }
-  bool closes() {
-    return runUntil([&] { return closings_ == 1; }) && !panel_->isVisible();
-  }
-
-  TemporaryFolder folder_;
-  XDesktop desktop_;
-  std::unique_ptr<Panel> panel_;
-  int finishedLoads_ = 0;
-  int closings_ = 0;
-  bool hasQuit_ = false;
-};
 
 TEST_F(PanelTest, IsTitledByTheItem) {
   open("long.md");

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "desktop/panel.h"
+#include "screen.h"
+#include "support/files.h"
+#include "x_desktop.h"
+
+namespace lumisk::test {
+
+/// A panel with some items to show, and a person before it.
+class PanelTest : public testing::Test {
+ protected:
+  PanelTest() {
+    std::string text;
+    for (int i = 0; i < 300; ++i) text += "Line " + std::to_string(i) + " of tides.\n\n";
+    writeAll(folder_ / "long.md",
+             "# Tides\n\n[next](file://" + (folder_ / "next.html").string() + ")\n\n" + text);
+    writeAll(folder_ / "next.html", "<title>Next</title><p id=\"next\">next</p>");
+    writeAll(folder_ / "data.csv", "a,b\n1,2\n");
+    writeAll(folder_ / "picture.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff", 17));
+    panel_ = std::make_unique<desktop::Panel>(Program::shared().platform.platform(),
+                                              Program::shared().liveViews);
+    panel_->onPageFinished = [this] { ++finishedLoads_; };
+    panel_->onClosed = [this] { ++closings_; };
+    panel_->onQuit = [this] { hasQuit_ = true; };
+  }
+
+  void open(const char* name) {
+    finishedLoads_ = 0;
+    panel_->show(FileURL::fromPath((folder_ / name).string()));
+    if (panel_->presentation() != nullptr) {
+      ASSERT_TRUE(runUntil([&] { return finishedLoads_ > 0; }));
+    }
+    // The window manager deals with one window after another: when it knows none but this one, it
+    // has done with the window of the test before and gives the keys to no other any more.
+    ASSERT_TRUE(runUntil([&] {
+      const std::vector<WindowId> windows = desktop_.windows();
+      return windows.size() == 1 && desktop_.hasKeyboard(windows.front()) &&
+             gtk_window_is_active(panel_->window()) == TRUE;
+    }));
+  }
+  WebKitWebView* page() { return panel_->webViews().latestView(); }
+  double scrollTop() { return std::stod(evaluate(page(), "window.scrollY")); }
+  GtkWidget* focus() { return gtk_root_get_focus(GTK_ROOT(panel_->window())); }
+  bool hasDocumentFocus() {
+    const desktop::ShownDocument shown = desktop::findShownDocument(panel_->content());
+    return focus() != nullptr &&
+           (focus() == GTK_WIDGET(shown.page) || focus() == GTK_WIDGET(shown.text));
+  }
+  /// Where the point of the widget is on the screen.
+  struct Point {
+    int x;
+    int y;
+  };
+  Point onScreen(GtkWidget* widget, double x, double y) {
+    double windowX = 0;
+    double windowY = 0;
+    gtk_widget_translate_coordinates(widget, GTK_WIDGET(panel_->window()), x, y, &windowX,
+                                     &windowY);
+    double surfaceX = 0;
+    double surfaceY = 0;
+    gtk_native_get_surface_transform(GTK_NATIVE(panel_->window()), &surfaceX, &surfaceY);
+    const ScreenPlace place = desktop_.placeOf(desktop_.windows().front());
+    return {place.x + static_cast<int>(surfaceX + windowX),
+            place.y + static_cast<int>(surfaceY + windowY)};
+  }
+  /// Clicks with the mouse on a point of the widget, from its upper left corner.
+  void click(GtkWidget* widget, double x, double y) {
+    runFor(100);  // what has just been shown gets its place
+    const Point at = onScreen(widget, x, y);
+    clickAt(at.x, at.y);
+    runFor(100);
+  }
+  bool closes() {
+    return runUntil([&] { return closings_ == 1; }) && !panel_->isVisible();
+  }
+
+  TemporaryFolder folder_;
+  XDesktop desktop_;
+  std::unique_ptr<desktop::Panel> panel_;
+  int finishedLoads_ = 0;
+  int closings_ = 0;
+  bool hasQuit_ = false;
+};
+
+}  // namespace lumisk::test
