@@ -97,7 +97,6 @@ GtkWidget* Panel::buildContent() {
 }
 
 void Panel::show(const FileURL& url) {
-  afterCrash_.cancel();
   dropContent();
   url_ = url;
   zoom_ = 1;
@@ -115,7 +114,6 @@ void Panel::show(const FileURL& url) {
 }
 
 void Panel::showUnavailable(const std::string& title, const std::string& sentence) {
-  afterCrash_.cancel();
   dropContent();
   url_.reset();
   zoom_ = 1;
@@ -143,6 +141,7 @@ void Panel::setContent(GtkWidget* content) {
 }
 
 void Panel::dropContent() {
+  afterCrash_.cancel();
   findBar_->close();
   // When what has the focus goes, the toolkit looks for another holder at the next frame. In a
   // hidden window that frame is the one of the next preview, and its page would lose the keys
