@@ -128,6 +128,7 @@ void Panel::showUnavailable(const std::string& title, const std::string& sentenc
 
 void Panel::close() {
   if (!isVisible()) return;
+  shortcuts_.close();
   gtk_widget_set_visible(GTK_WIDGET(window_), FALSE);
   dropContent();
   if (onClosed) onClosed();

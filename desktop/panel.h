@@ -12,6 +12,7 @@
 #include "desktop/item_facts.h"
 #include "desktop/panel_size.h"
 #include "desktop/presentation.h"
+#include "desktop/shortcuts_window.h"
 
 namespace lumisk::desktop {
 
@@ -95,6 +96,7 @@ class Panel {
   std::optional<Size> givenSize_;
   bool isSizedByPerson_ = false;
   Deferred afterCrash_;
+  ShortcutsWindow shortcuts_;
 };
 
 }  // namespace lumisk::desktop

@@ -2,7 +2,6 @@
 
 #include "desktop/document_control.h"
 #include "desktop/panel.h"
-#include "desktop/shortcuts_window.h"
 
 // What the panel does on keys, on the wheel and on its menu.
 
@@ -103,7 +102,7 @@ void Panel::perform(Command command) {
       if (shown.page != nullptr && webViews_.canGoBack()) webkit_web_view_go_back(shown.page);
       return;
     case Command::ShowShortcuts:
-      return showShortcutsWindow(window_);
+      return shortcuts_.show(window_);
     default:
       return;
   }

@@ -1,6 +1,7 @@
 #include "desktop/shortcuts_window.h"
 
 #include <string>
+#include <utility>
 
 #include "desktop/commands.h"
 #include "desktop/texts.h"
@@ -56,15 +57,22 @@ std::string windowDefinition() {
 
 }  // namespace
 
-void showShortcutsWindow(GtkWindow* parent) {
+void ShortcutsWindow::show(GtkWindow* parent) {
+  close();
   const std::string definition = windowDefinition();
   GtkBuilder* builder =
       gtk_builder_new_from_string(definition.data(), static_cast<gssize>(definition.size()));
-  auto* window = GTK_WINDOW(gtk_builder_get_object(builder, "window"));
-  gtk_window_set_transient_for(window, parent);
-  gtk_window_set_destroy_with_parent(window, TRUE);
-  gtk_window_present(window);
+  window_ = GTK_WINDOW(gtk_builder_get_object(builder, "window"));
+  g_object_add_weak_pointer(G_OBJECT(window_), weakPointer());
+  gtk_window_set_transient_for(window_, parent);
+  gtk_window_present(window_);
   g_object_unref(builder);
+}
+
+void ShortcutsWindow::close() {
+  if (window_ == nullptr) return;
+  g_object_remove_weak_pointer(G_OBJECT(window_), weakPointer());
+  gtk_window_destroy(std::exchange(window_, nullptr));
 }
 
 }  // namespace lumisk::desktop
