@@ -7,6 +7,7 @@
 namespace lumisk::desktop {
 namespace {
 
+constexpr double kPixelsOfATurn = 50;  // of a touchpad, that zoom as much as a wheel's notch
 constexpr double kLine = 40;           // pixels
 constexpr double kPageFraction = 0.9;  // so that the last line is seen again
 
@@ -103,6 +104,10 @@ void copySelection(const ShownDocument& shown) {
     webkit_web_view_execute_editing_command(shown.page, WEBKIT_EDITING_COMMAND_COPY);
   else if (shown.text != nullptr)
     g_signal_emit_by_name(shown.text, "copy-clipboard");
+}
+
+double zoomFactor(double turn, GdkScrollUnit unit) {
+  return std::pow(kZoomStep, unit == GDK_SCROLL_UNIT_WHEEL ? -turn : -turn / kPixelsOfATurn);
 }
 
 void setZoom(GtkWidget* root, double zoom) {

@@ -8,8 +8,6 @@
 namespace lumisk::desktop {
 namespace {
 
-constexpr double kZoomStep = 1.1;
-
 std::optional<ScrollStep> scrollStep(Command command) {
   switch (command) {
     case Command::LineUp:
@@ -159,7 +157,8 @@ gboolean Panel::wheelTurned(GtkEventControllerScroll* wheel, double, double dy, 
   const GdkModifierType modifiers =
       gtk_event_controller_get_current_event_state(GTK_EVENT_CONTROLLER(wheel));
   if ((modifiers & GDK_CONTROL_MASK) == 0) return FALSE;
-  static_cast<Panel*>(self)->perform(dy < 0 ? Command::ZoomIn : Command::ZoomOut);
+  auto* panel = static_cast<Panel*>(self);
+  panel->setZoomLevel(panel->zoom_ * zoomFactor(dy, gtk_event_controller_scroll_get_unit(wheel)));
   return TRUE;
 }
 
