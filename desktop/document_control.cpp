@@ -15,16 +15,38 @@ constexpr double kPageFraction = 0.9;  // so that the last line is seen again
 /// of these.
 constexpr const char* kHostWorld = "lumisk-host";
 
-const char* scriptFor(ScrollStep step) {
+/// Long lines of a page scroll within what holds them: what is nearest to the middle of the view
+/// and has something to scroll is moved, else the page. An element may bear the name of one of the
+/// document's functions and would then be found in its place; hence the prototype's own.
+constexpr const char* kScrollSideways = R"js(
+  ((step) => {
+    const elementAt = Document.prototype.elementFromPoint;
+    const scrolls = (element) => !['body', 'html'].includes(element.localName) &&
+        element.scrollWidth > element.clientWidth &&
+        ['auto', 'scroll'].includes(getComputedStyle(element).overflowX);
+    const scrollingAt = (y) => {
+      let element = elementAt.call(document, innerWidth / 2, y);
+      while (element && !scrolls(element)) element = element.parentElement;
+      return element;
+    };
+    const middle = innerHeight / 2;
+    const steps = 24;
+    let found = null;
+    for (let i = 0; i < steps && !found; ++i)
+      found = scrollingAt(middle - i * middle / steps) || scrollingAt(middle + i * middle / steps);
+    (found || window).scrollBy(step, 0);
+  }))js";
+
+std::string scriptFor(ScrollStep step) {
   switch (step) {
     case ScrollStep::LineUp:
       return "window.scrollBy(0, -40)";
     case ScrollStep::LineDown:
       return "window.scrollBy(0, 40)";
     case ScrollStep::LineLeft:
-      return "window.scrollBy(-40, 0)";
+      return std::string(kScrollSideways) + "(-40)";
     case ScrollStep::LineRight:
-      return "window.scrollBy(40, 0)";
+      return std::string(kScrollSideways) + "(40)";
     case ScrollStep::PageUp:
       return "window.scrollBy(0, -0.9 * window.innerHeight)";
     case ScrollStep::PageDown:
@@ -93,8 +115,8 @@ void zoomText(GtkWidget* view, double zoom) {
 
 void scroll(const ShownDocument& shown, ScrollStep step) {
   if (shown.page != nullptr)
-    webkit_web_view_evaluate_javascript(shown.page, scriptFor(step), -1, kHostWorld, nullptr,
-                                        nullptr, nullptr, nullptr);
+    webkit_web_view_evaluate_javascript(shown.page, scriptFor(step).c_str(), -1, kHostWorld,
+                                        nullptr, nullptr, nullptr, nullptr);
   else if (shown.scrolled != nullptr)
     scrollWindow(shown.scrolled, step);
 }
