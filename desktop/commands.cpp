@@ -59,37 +59,6 @@ std::vector<KeyRow> parseKeys() {
   return keys;
 }
 
-/// The keys of the number pad mean the same as their namesakes.
-guint withoutKeypad(guint key) {
-  switch (key) {
-    case GDK_KEY_KP_Enter:
-    case GDK_KEY_ISO_Enter:
-      return GDK_KEY_Return;
-    case GDK_KEY_KP_Add:
-      return GDK_KEY_plus;
-    case GDK_KEY_KP_Subtract:
-      return GDK_KEY_minus;
-    case GDK_KEY_KP_0:
-    case GDK_KEY_KP_Insert:
-      return GDK_KEY_0;
-    case GDK_KEY_KP_Page_Up:
-      return GDK_KEY_Page_Up;
-    case GDK_KEY_KP_Page_Down:
-      return GDK_KEY_Page_Down;
-    case GDK_KEY_KP_Home:
-      return GDK_KEY_Home;
-    case GDK_KEY_KP_End:
-      return GDK_KEY_End;
-    default:
-      return gdk_keyval_to_lower(key);
-  }
-}
-
-constexpr guint kModifiers = GDK_SHIFT_MASK | GDK_CONTROL_MASK | GDK_ALT_MASK | GDK_SUPER_MASK;
-
-/// Whether shift is part of how the sign is typed ("+" and "?") and says nothing more.
-bool isTypedWithShift(guint key) { return key == GDK_KEY_plus || key == GDK_KEY_question; }
-
 }  // namespace
 
 std::span<const CommandRow> commandRows() { return kRows; }
@@ -99,20 +68,18 @@ const CommandRow& rowOf(Command command) {
                        [&](const CommandRow& row) { return row.command == command; });
 }
 
-std::optional<Command> commandOfKey(guint key, GdkModifierType modifiers) {
+std::optional<Command> commandOf(const KeyReading& reading) {
   static const std::vector<KeyRow> keys = parseKeys();
-  const guint plain = withoutKeypad(key);
-  guint held = modifiers & kModifiers;
-  if (isTypedWithShift(plain)) held &= ~guint{GDK_SHIFT_MASK};
   for (const KeyRow& row : keys)
-    if (row.key == plain && static_cast<guint>(row.modifiers) == held) return row.command;
+    if (row.key == reading.key && row.modifiers == reading.modifiers) return row.command;
   return std::nullopt;
 }
 
-bool isMeantWhileTyping(Command command, guint key, GdkModifierType modifiers) {
-  const bool isFunctionKey = key >= GDK_KEY_F1 && key <= GDK_KEY_F12;
+bool isMeantWhileTyping(Command command, const KeyReading& reading) {
+  if (reading.key == GDK_KEY_Escape) return true;  // a way out that no page can block
+  const bool isFunctionKey = reading.key >= GDK_KEY_F1 && reading.key <= GDK_KEY_F12;
   const bool scrolls = command == PageUp || command == PageDown;
-  const bool isWithControl = (modifiers & (GDK_CONTROL_MASK | GDK_ALT_MASK)) != 0;
+  const bool isWithControl = (reading.modifiers & (GDK_CONTROL_MASK | GDK_ALT_MASK)) != 0;
   return isFunctionKey || scrolls || (isWithControl && command != Copy);
 }
 

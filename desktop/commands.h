@@ -1,10 +1,9 @@
 #pragma once
 
-#include <gdk/gdk.h>
-
 #include <optional>
 #include <span>
 
+#include "desktop/key_reading.h"
 #include "desktop/texts.h"
 
 namespace lumisk::desktop {
@@ -51,9 +50,9 @@ std::span<const CommandRow> commandRows();
 const CommandRow& rowOf(Command command);
 
 /// What the key stands for.
-std::optional<Command> commandOfKey(guint key, GdkModifierType modifiers);
+std::optional<Command> commandOf(const KeyReading& reading);
 
 /// Whether the key means `command` even where a text field would take it.
-bool isMeantWhileTyping(Command command, guint key, GdkModifierType modifiers);
+bool isMeantWhileTyping(Command command, const KeyReading& reading);
 
 }  // namespace lumisk::desktop

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "desktop/commands.h"
 #include "desktop/find_bar.h"
@@ -71,10 +72,11 @@ class Panel {
   void setZoomLevel(double zoom);
   void openWithDefault();
   bool isTyping() const;
-  bool moveSelection(guint key, GdkModifierType modifiers);
-  bool isPressingButton(guint key) const;
+  bool isPressing(const KeyReading& reading) const;
+  bool takesKey(const std::vector<KeyReading>& readings);
+  bool moveSelection(const KeyReading& reading);
 
-  static gboolean keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType modifiers,
+  static gboolean keyPressed(GtkEventControllerKey* keys, guint, guint, GdkModifierType,
                              gpointer self);
   static gboolean wheelTurned(GtkEventControllerScroll* wheel, double, double dy, gpointer self);
   static gboolean closeRequested(GtkWindow*, gpointer self);

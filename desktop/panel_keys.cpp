@@ -115,40 +115,49 @@ bool Panel::isTyping() const {
 }
 
 /// Whether the key presses the focused button of the header, or works in an open menu.
-bool Panel::isPressingButton(guint key) const {
+bool Panel::isPressing(const KeyReading& reading) const {
   GtkWidget* focus = gtk_root_get_focus(GTK_ROOT(window_));
   if (focus == nullptr) return false;
   if (gtk_widget_get_ancestor(focus, GTK_TYPE_POPOVER) != nullptr) return true;
-  const bool presses = key == GDK_KEY_space || key == GDK_KEY_Return || key == GDK_KEY_KP_Enter;
-  return presses && GTK_IS_BUTTON(focus) &&
-         (!GTK_IS_TOGGLE_BUTTON(focus) || gtk_widget_get_ancestor(focus, GTK_TYPE_MENU_BUTTON));
+  const bool isReturn = reading.key == GDK_KEY_Return;
+  if (reading.modifiers != 0 || (!isReturn && reading.key != GDK_KEY_space)) return false;
+  return GTK_IS_BUTTON(focus) && (!GTK_IS_TOGGLE_BUTTON(focus) ||
+                                  gtk_widget_get_ancestor(focus, GTK_TYPE_MENU_BUTTON) != nullptr);
 }
 
-gboolean Panel::keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType modifiers,
+gboolean Panel::keyPressed(GtkEventControllerKey* keys, guint, guint, GdkModifierType,
                            gpointer self) {
   auto* panel = static_cast<Panel*>(self);
-  if (WebKitWebView* page = panel->webViews_.latestView()) keepFocusOutOfHelpers(page);
-  if (panel->isPressingButton(key)) return FALSE;
-  if (key == GDK_KEY_Escape && panel->findBar_->isOpen()) {
-    panel->findBar_->close();
-    if (GtkWidget* content = panel->content()) gtk_widget_child_focus(content, GTK_DIR_TAB_FORWARD);
-    return TRUE;
+  GdkEvent* event = gtk_event_controller_get_current_event(GTK_EVENT_CONTROLLER(keys));
+  return event != nullptr && panel->takesKey(keyReadings(event));
+}
+
+bool Panel::takesKey(const std::vector<KeyReading>& readings) {
+  if (readings.empty()) return false;
+  if (WebKitWebView* page = webViews_.latestView()) keepFocusOutOfHelpers(page);
+  if (isPressing(readings.front())) return false;
+  if (readings.front().key == GDK_KEY_Escape && findBar_->isOpen()) {
+    findBar_->close();
+    if (GtkWidget* shown = content()) gtk_widget_child_focus(shown, GTK_DIR_TAB_FORWARD);
+    return true;
   }
-  const std::optional<Command> command = commandOfKey(key, modifiers);
-  if (!command) return panel->moveSelection(key, modifiers);
-  if (panel->isTyping() && !isMeantWhileTyping(*command, key, modifiers)) return FALSE;
-  panel->perform(*command);
-  return TRUE;
+  for (const KeyReading& reading : readings) {
+    const std::optional<Command> command = commandOf(reading);
+    if (!command) continue;
+    if (isTyping() && !isMeantWhileTyping(*command, reading)) return false;
+    perform(*command);
+    return true;
+  }
+  return moveSelection(readings.front());
 }
 
 /// The bare arrows go to whoever chose the item, if anybody listens; else they stay with the
 /// document.
-bool Panel::moveSelection(guint key, GdkModifierType modifiers) {
-  constexpr guint kModifiers = GDK_SHIFT_MASK | GDK_CONTROL_MASK | GDK_ALT_MASK | GDK_SUPER_MASK;
+bool Panel::moveSelection(const KeyReading& reading) {
   GtkWidget* focus = gtk_root_get_focus(GTK_ROOT(window_));
   const bool isInPicker = focus != nullptr && GTK_IS_TOGGLE_BUTTON(focus);
-  if (!onSelectionStep || (modifiers & kModifiers) != 0 || isTyping() || isInPicker) return false;
-  const std::optional<SelectionStep> step = selectionStep(key);
+  if (!onSelectionStep || reading.modifiers != 0 || isTyping() || isInPicker) return false;
+  const std::optional<SelectionStep> step = selectionStep(reading.key);
   if (step) onSelectionStep(*step);
   return step.has_value();
 }

@@ -115,8 +115,10 @@ class PickerElement final : public NodeElement {
       case GDK_KEY_KP_Left:
         return isRightToLeft ? 1 : -1;
       case GDK_KEY_Down:
+      case GDK_KEY_KP_Down:
         return 1;
       case GDK_KEY_Up:
+      case GDK_KEY_KP_Up:
         return -1;
       default:
         return 0;
