@@ -71,6 +71,7 @@ class Panel {
   void updateHeader();
   void setZoomLevel(double zoom);
   void openWithDefault();
+  PageFocus pageFocus() const;
   bool isTyping() const;
   bool isPressing(const KeyReading& reading) const;
   bool takesKey(const std::vector<KeyReading>& readings);

@@ -106,21 +106,26 @@ void Panel::perform(Command command) {
   }
 }
 
-/// Whether the key belongs to something that takes text: the find bar, or a page that a link led
-/// to.
-bool Panel::isTyping() const {
-  if (findBar_->hasFocus()) return true;
+/// What has the focus in the page, if the page has the keys.
+PageFocus Panel::pageFocus() const {
   GtkWidget* focus = gtk_root_get_focus(GTK_ROOT(window_));
-  return focus != nullptr && WEBKIT_IS_WEB_VIEW(focus) && webViews_.canGoBack();
+  const bool isPage = focus != nullptr && WEBKIT_IS_WEB_VIEW(focus);
+  return isPage ? webViews_.focus() : PageFocus::None;
 }
 
-/// Whether the key presses the focused button of the header, or works in an open menu.
+/// Whether the key belongs to something that takes text: the find bar, or a field of the page.
+bool Panel::isTyping() const { return findBar_->hasFocus() || pageFocus() == PageFocus::Text; }
+
+/// Whether the key presses what has the focus, a button of the header or something in the page, or
+/// works in an open menu.
 bool Panel::isPressing(const KeyReading& reading) const {
   GtkWidget* focus = gtk_root_get_focus(GTK_ROOT(window_));
   if (focus == nullptr) return false;
   if (gtk_widget_get_ancestor(focus, GTK_TYPE_POPOVER) != nullptr) return true;
   const bool isReturn = reading.key == GDK_KEY_Return;
   if (reading.modifiers != 0 || (!isReturn && reading.key != GDK_KEY_space)) return false;
+  if (pageFocus() == PageFocus::Link) return isReturn;
+  if (pageFocus() == PageFocus::Button) return true;
   return GTK_IS_BUTTON(focus) && (!GTK_IS_TOGGLE_BUTTON(focus) ||
                                   gtk_widget_get_ancestor(focus, GTK_TYPE_MENU_BUTTON) != nullptr);
 }

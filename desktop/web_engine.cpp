@@ -2,6 +2,7 @@
 
 #include "desktop/client_libraries.h"
 #include "desktop/graphics.h"
+#include "desktop/page_focus.h"
 #include "desktop/web_extension/store_message.h"
 
 namespace lumisk::desktop {
@@ -115,6 +116,7 @@ GRef<WebKitWebView> WebEngine::makeView() const {
   auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(g_object_new(
       WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
       "settings", settings_.get(), "website-policies", policies.get(), nullptr)));
+  PageFocusWatch::install(webkit_web_view_get_user_content_manager(view.get()));
   const GdkRGBA transparent{0, 0, 0, 0};
   webkit_web_view_set_background_color(view.get(), &transparent);
   g_signal_connect(view.get(), "permission-request", G_CALLBACK(denyPermission), nullptr);

@@ -18,7 +18,9 @@ void received(WebKitUserContentManager*, JSCValue* value, gpointer handler) {
 }  // namespace
 
 DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguration& configuration)
-    : owner_(owner), live_(owner.liveViews_.take()) {
+    : owner_(owner),
+      live_(owner.liveViews_.take()),
+      focus_(webkit_web_view_get_user_content_manager(live_->view())) {
   owner_.latest_ = this;
   connect(configuration);
   live_->onFinished = [this] {
@@ -81,7 +83,10 @@ void DesktopWebView::loadHTMLString(const ui::SharedText& html,
 /// The view still holds the picture of what it showed before, also after the engine has taken up
 /// the page; the window's colour stands in until there is another. Not quite clear: a page that is
 /// not drawn at all gets no frames.
-void DesktopWebView::hideUntilDrawn() { gtk_widget_set_opacity(widget(), kLeastOpacity); }
+void DesktopWebView::hideUntilDrawn() {
+  focus_.forget();
+  gtk_widget_set_opacity(widget(), kLeastOpacity);
+}
 
 void DesktopWebView::terminated() {
   if (owner_.onTerminated) owner_.onTerminated();

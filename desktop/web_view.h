@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "desktop/live_view.h"
+#include "desktop/page_focus.h"
 #include "desktop/web_extension/page_address.h"
 #include "web/web_view.h"
 
@@ -28,6 +29,7 @@ class DesktopWebView final : public WebView {
   WebKitWebView* view() const { return live_->view(); }
   GtkWidget* widget() const { return live_->widget(); }
   bool canGoBack() const { return live_->canGoBack(); }
+  PageFocus focus() const { return focus_.focus(); }
 
  private:
   struct Registration {
@@ -41,6 +43,7 @@ class DesktopWebView final : public WebView {
 
   DesktopWebViews& owner_;
   std::unique_ptr<LiveView> live_;
+  PageFocusWatch focus_;
   NavigationDelegate* delegate_ = nullptr;
   std::vector<std::unique_ptr<Registration>> registrations_;
 };
@@ -58,6 +61,9 @@ class DesktopWebViews final : public WebViewFactory {
 
   /// Whether the latest web view was led elsewhere by a link.
   bool canGoBack() const { return latest_ != nullptr && latest_->canGoBack(); }
+
+  /// What has the focus in the latest web view.
+  PageFocus focus() const { return latest_ == nullptr ? PageFocus::None : latest_->focus(); }
 
   WebKitWebView* latestView() const { return latest_ == nullptr ? nullptr : latest_->view(); }
 

@@ -63,6 +63,7 @@ class PageOnScreen {
   WebKitUserScript* recorder_;
   std::vector<Toggle> toggles_;
   bool isLoaded_ = false;
+  WebKitUserScript* recorder_ = nullptr;
   std::unique_ptr<desktop::Element> element_;
   GtkWindow* window_;
 };
