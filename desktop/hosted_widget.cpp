@@ -25,6 +25,7 @@ void HostedWidget::viewChanged() {
   hasChanged_ = true;
   if (isDrawing_) return;
   isDrawing_ = true;
+  bool isAnother = false;
   while (std::exchange(hasChanged_, false)) {
     ui::View next = view_.body();
     if (body_ && next == *body_) {
@@ -34,8 +35,10 @@ void HostedWidget::viewChanged() {
     if (show(element_, next, Axis::None, context_))
       adw_bin_set_child(ADW_BIN(bin_.get()), element_->widget());
     body_ = std::move(next);
+    isAnother = true;
   }
   isDrawing_ = false;
+  if (isAnother && onChanged) onChanged();
 }
 
 }  // namespace lumisk::desktop

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "desktop/element.h"
@@ -21,6 +22,9 @@ class HostedWidget {
   ui::View readBack() const { return element_->readBack(); }
   /// The value that they were last told to show.
   const ui::View& body() const { return *body_; }
+
+  /// The widgets show another value than before.
+  std::function<void()> onChanged;
 
  private:
   void viewChanged();

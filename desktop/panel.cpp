@@ -107,6 +107,7 @@ void Panel::show(const FileURL& url) {
     showStatus(*error);
   } else {
     setContent(presentation_->widget());
+    presentation_->onChanged = [this] { contentChanged(); };
   }
   updateHeader();
   fitWindow();
@@ -136,9 +137,25 @@ void Panel::close() {
 
 void Panel::setContent(GtkWidget* content) {
   adw_bin_set_child(ADW_BIN(contentBin_), content);
-  gtk_widget_child_focus(contentBin_, GTK_DIR_TAB_FORWARD);
-  const ShownDocument shown = findShownDocument(content);
-  if (shown.page != nullptr) gtk_widget_grab_focus(GTK_WIDGET(shown.page));
+  focusDocument();
+}
+
+void Panel::focusDocument() const {
+  if (content() == nullptr) return;
+  const ShownDocument shown = findShownDocument(content());
+  if (shown.page != nullptr)
+    gtk_widget_grab_focus(GTK_WIDGET(shown.page));
+  else if (shown.text != nullptr)
+    gtk_widget_grab_focus(GTK_WIDGET(shown.text));
+  else
+    gtk_widget_child_focus(shown.scrolled != nullptr ? GTK_WIDGET(shown.scrolled) : content(),
+                           GTK_DIR_TAB_FORWARD);
+}
+
+/// A layer that is not shown any more, as after a click on another mode, has let go of the focus.
+void Panel::contentChanged() {
+  updateBackButton();
+  if (gtk_root_get_focus(GTK_ROOT(window_)) == nullptr) focusDocument();
 }
 
 void Panel::dropContent() {
@@ -173,9 +190,15 @@ void Panel::updateHeader() {
     showOpenLabel(GTK_LABEL(gtk_button_get_child(GTK_BUTTON(openButton_))), label);
     setTooltipAndName(openButton_, label.c_str());
   }
-  gtk_widget_set_visible(backButton_, webViews_.canGoBack());
+  updateBackButton();
   adw_window_title_set_title(ADW_WINDOW_TITLE(title_), facts_.name.c_str());
   gtk_window_set_title(window_, facts_.name.c_str());
+}
+
+/// Beside a source text there is nothing to go back in.
+void Panel::updateBackButton() {
+  const bool isPageShown = content() != nullptr && findShownDocument(content()).page != nullptr;
+  gtk_widget_set_visible(backButton_, isPageShown && webViews_.canGoBack());
 }
 
 void Panel::showStatus(const ErrorRecord& error) {

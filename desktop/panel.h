@@ -69,6 +69,10 @@ class Panel {
   void setContent(GtkWidget* content);
   void dropContent();
   void updateHeader();
+  void updateBackButton();
+  /// Hands the keys to what is shown, past the picker of its modes.
+  void focusDocument() const;
+  void contentChanged();
   void setZoomLevel(double zoom);
   void openWithDefault();
   PageFocus pageFocus() const;

@@ -143,7 +143,7 @@ bool Panel::takesKey(const std::vector<KeyReading>& readings) {
   if (isPressing(readings.front())) return false;
   if (readings.front().key == GDK_KEY_Escape && findBar_->isOpen()) {
     findBar_->close();
-    if (GtkWidget* shown = content()) gtk_widget_child_focus(shown, GTK_DIR_TAB_FORWARD);
+    focusDocument();
     return true;
   }
   for (const KeyReading& reading : readings) {

@@ -12,6 +12,9 @@ Presentation::Presentation(const FileURL& url, RenderContext& context)
       url, [this](const std::optional<ErrorRecord>& error) { error_ = error; });
   for (const auto& child : controller_.children()) {
     contents_.push_back(std::make_unique<HostedWidget>(child->view, context));
+    contents_.back()->onChanged = [this] {
+      if (onChanged) onChanged();
+    };
     GtkWidget* widget = contents_.back()->widget();
     gtk_widget_set_hexpand(widget, TRUE);
     gtk_widget_set_vexpand(widget, TRUE);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -29,6 +30,9 @@ class Presentation {
 
   /// Chooses the mode of this name; false when there is none.
   bool selectMode(std::string_view name);
+
+  /// What is on screen has changed.
+  std::function<void()> onChanged;
 
  private:
   void paintRoot();
