@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::size_t kFiftyMegabytes = std::size_t{50} * 1024 * 1024;
 constexpr double kBetweenKeys = 0.1;  // seconds
-constexpr double kMostWatched = 50;   // seconds
+constexpr double kQuiet = 30;         // seconds: of highlighting nothing shows until it is done
+constexpr double kMostWatched = 120;  // seconds
 
 /// Presses an arrow key again and again, and waits for the panel to pass it on: the way from the
 /// keyboard through the panel's main loop and back.
@@ -64,11 +65,10 @@ void showLarge(const VisibleScreen& screen, const Documents& documents, const ch
     nextLook = time + 1;
     mostMemory = std::max(mostMemory, memoryOf(processTree(previewer.process())));
   };
-  const double quiet = 15;  // seconds: of highlighting nothing shows until it is done
   const auto seen = watch(screen, [&] { previewer.show(path); },
-                          {.quiet = quiet, .longest = kMostWatched, .meanwhile = meanwhile});
+                          {.quiet = kQuiet, .longest = kMostWatched, .meanwhile = meanwhile});
   if (seen)
-    std::printf("| %s | %.2f s | %.2f s | %.0f ms of %d | %ld MB |\n", name, seen->firstOfPage,
+    std::printf("| %s | %.2f s | %.2f s | %.0f ms of %d | %ld MB |\n", name, seen->firstText,
                 seen->complete, keys.longest() * 1e3, keys.count(), mostMemory / 1024);
   else
     std::printf("| %s | - | not within %.0f s | %.0f ms of %d | %ld MB |\n", name, kMostWatched,

@@ -21,7 +21,10 @@ class PageWatch {
   PageWatch(const VisibleScreen& screen, const Area& area) : screen_(screen), area_(area) {}
 
   /// What is there now is no change.
-  void begin() { pixels_ = screen_.sample(area_); }
+  void begin() {
+    pixels_ = screen_.sample(area_);
+    wasEmpty_ = !showsText();
+  }
 
   void look(double time, Seen& seen) {
     Pixels pixels = screen_.sample(area_);
@@ -29,6 +32,8 @@ class PageWatch {
     pixels_ = std::move(pixels);
     lastChange_ = time;
     if (seen.firstOfPage == 0) seen.firstOfPage = time;
+    wasEmpty_ = wasEmpty_ || !showsText();
+    if (seen.firstText == 0 && wasEmpty_ && showsText()) seen.firstText = time;
     seen.complete = time;
   }
   double lastChange() const { return lastChange_; }
@@ -44,6 +49,7 @@ class PageWatch {
   Area area_;
   Pixels pixels_;
   double lastChange_ = 0;
+  bool wasEmpty_ = true;
 };
 
 }  // namespace

@@ -15,6 +15,8 @@ struct Seen {
   /// The page's part of the panel changed for the first time; of a panel that was not there, the
   /// panel itself.
   double firstOfPage = 0;
+  /// Text was in it for the first time; of a panel that was there, after it had been empty.
+  double firstText = 0;
   /// It changed for the last time: the page, its fonts, colours, formulas and diagrams are there.
   double complete = 0;
 };
