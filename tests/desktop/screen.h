@@ -60,10 +60,9 @@ class PageOnScreen {
  private:
   desktop::DesktopWebViews webViews_;
   desktop::RenderContext context_;
-  WebKitUserScript* recorder_;
+  WebKitUserScript* recorder_ = nullptr;
   std::vector<Toggle> toggles_;
   bool isLoaded_ = false;
-  WebKitUserScript* recorder_ = nullptr;
   std::unique_ptr<desktop::Element> element_;
   GtkWindow* window_;
 };
