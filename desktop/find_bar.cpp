@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "desktop/accessible_name.h"
+#include "desktop/source_text.h"
 #include "desktop/text_search.h"
 #include "desktop/texts.h"
 
@@ -20,11 +21,26 @@ constexpr int kPiecesAtOnce = 8;
 /// A match that lies across a line end for display is no longer than this many times the text that
 /// is looked for.
 constexpr int kMostCharactersForOne = 3;
+/// Nobody looks for a text as long as a page, but one is pasted easily. Its longest match is far
+/// shorter than a piece, so that every piece leads on.
+constexpr int kLongestEntry = 1000;  // characters
+static_assert(kLongestEntry * kMostCharactersForOne < kCharactersAPiece / 2);
+
+/// Room above and below a match, as a part of the view.
+constexpr double kMarginOfMatch = 0.1;
 
 GtkWidget* newStepButton(const char* icon, TextKey tooltip) {
   GtkWidget* button = gtk_button_new_from_icon_name(icon);
   setTooltipAndName(button, tr(tooltip));
   return button;
+}
+
+/// Where to look on when `from` to the end holds no match so far: one may have begun there already.
+GtkTextIter beforeTheEnd(const GtkTextIter& from, int longestMatch) {
+  GtkTextIter at = from;
+  gtk_text_iter_forward_to_end(&at);
+  gtk_text_iter_backward_chars(&at, longestMatch);
+  return gtk_text_iter_compare(&at, &from) < 0 ? from : at;
 }
 
 }  // namespace
@@ -44,6 +60,7 @@ void FindBar::buildBar() {
   entry_ = gtk_search_entry_new();
   gtk_widget_set_size_request(entry_, 240, -1);
   setAccessibleName(entry_, tr("find.entry"));
+  gtk_text_set_max_length(GTK_TEXT(gtk_editable_get_delegate(GTK_EDITABLE(entry_))), kLongestEntry);
   count_ = gtk_label_new(nullptr);
   gtk_label_set_width_chars(GTK_LABEL(count_), 12);
   gtk_label_set_xalign(GTK_LABEL(count_), 0);
@@ -97,6 +114,9 @@ void FindBar::forgetTarget() {
   counting_.cancel();
   counted_.reset();
   seeking_.cancel();
+  scrolling_.cancel();
+  textGrew_.reset();
+  isSeekWaiting_ = isCountWaiting_ = false;
   forgetMark(countedUpTo_);
   forgetMark(soughtUpTo_);
   text_ = {};
@@ -149,9 +169,25 @@ void FindBar::searchText(GtkTextView* view) {
   gtk_text_buffer_get_start_iter(buffer, &start);
   countedUpTo_ = newMark(start);
   gtk_text_buffer_place_cursor(buffer, &start);
+  textGrew_ =
+      std::make_unique<SignalHandler>(buffer, "changed", G_CALLBACK(&FindBar::textGrew), this);
   stepInText(Direction::Forward);
   // After the text that is still coming in.
   counting_.whileIdle([this] { return countPieceOfText(); }, G_PRIORITY_LOW);
+}
+
+int FindBar::longestMatch() const {
+  const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
+  return static_cast<int>(g_utf8_strlen(text, -1)) * kMostCharactersForOne;
+}
+
+/// Once the piece is there: whoever fills it in is still at work.
+void FindBar::textGrew(GtkTextBuffer*, gpointer self) {
+  auto* bar = static_cast<FindBar*>(self);
+  if (std::exchange(bar->isSeekWaiting_, false))
+    bar->seeking_.whileIdle([bar] { return bar->seekPieceOfText(); });
+  if (std::exchange(bar->isCountWaiting_, false))
+    bar->counting_.whileIdle([bar] { return bar->countPieceOfText(); }, G_PRIORITY_LOW);
 }
 
 bool FindBar::countPieceOfText() {
@@ -162,15 +198,19 @@ bool FindBar::countPieceOfText() {
   GtkTextIter limit = from;
   gtk_text_iter_forward_chars(&limit, kCharactersAPiece);
   if (!gtk_text_iter_is_end(&limit)) gtk_text_iter_forward_line(&limit);
+  GtkTextIter next = from;
   for (int i = 0; i < kMatchesAPiece; ++i) {
     const auto match = findForward(from, text, &limit);
     if (match) ++matches_;
-    from = match ? match->end : limit;
+    next = match ? match->end : limit;
     if (!match) break;
+    from = next;
   }
-  const bool isMore = gtk_text_iter_is_end(&from) == FALSE;
-  gtk_text_buffer_move_mark(buffer, countedUpTo_.get(), &from);
-  if (!isMore) gtk_text_buffer_delete_mark(buffer, countedUpTo_.get());
+  const bool isMore = gtk_text_iter_is_end(&next) == FALSE;
+  isCountWaiting_ = !isMore && !hasAllOfItsText(text_.get());
+  if (isCountWaiting_) next = beforeTheEnd(from, longestMatch());
+  gtk_text_buffer_move_mark(buffer, countedUpTo_.get(), &next);
+  if (!isMore && !isCountWaiting_) gtk_text_buffer_delete_mark(buffer, countedUpTo_.get());
   showCount(matches_);
   return isMore;
 }
@@ -204,7 +244,8 @@ void FindBar::stepInText(Direction direction) {
   forgetMark(soughtUpTo_);
   soughtUpTo_ = newMark(direction == Direction::Forward ? end : start);
   direction_ = direction;
-  hasWrapped_ = false;
+  hasWrapped_ = isSeekWaiting_ = false;
+  scrolling_.cancel();
   for (int i = 0; i < kPiecesAtOnce; ++i)
     if (!seekPieceOfText()) return seeking_.cancel();
   seeking_.whileIdle([this] { return seekPieceOfText(); });
@@ -224,32 +265,60 @@ bool FindBar::seekPieceOfText() {
   else if (!gtk_text_iter_is_end(&limit))
     gtk_text_iter_forward_line(&limit);
   auto match = isForward ? findForward(from, text, &limit) : findBackward(from, text, &limit);
-  if (!match) return seekOn(limit);
-  gtk_text_buffer_select_range(buffer, &match->start, &match->end);
-  gtk_text_view_scroll_to_iter(text_.get(), &match->start, 0.1, FALSE, 0, 0);
+  if (!match) return seekOn(from, limit);
+  select(match->start, match->end);
   return false;
 }
 
-/// Goes on at `limit`, or once from the other end. False when all has been looked through.
-bool FindBar::seekOn(const GtkTextIter& limit) {
-  GtkTextBuffer* buffer = gtk_text_view_get_buffer(text_.get());
+/// Where the match is on the page is known only once all lines before it are laid out, which the
+/// toolkit does in steps, the first of them soon. Until then it scrolls by what it knows, so it is
+/// asked again when those steps, which come before what is done while idle, are over.
+void FindBar::select(const GtkTextIter& start, const GtkTextIter& end) {
+  gtk_text_buffer_select_range(gtk_text_view_get_buffer(text_.get()), &start, &end);
+  const auto scrollThere = [this] {
+    gtk_text_view_scroll_to_mark(text_.get(),
+                                 gtk_text_buffer_get_insert(gtk_text_view_get_buffer(text_.get())),
+                                 kMarginOfMatch, FALSE, 0, 0);
+    return false;
+  };
+  scrollThere();
+  scrolling_.whileIdle(scrollThere);
+}
+
+/// Goes on at `limit`, between which and `from` there is no match. False when all has been looked
+/// through, or all that is there.
+bool FindBar::seekOn(const GtkTextIter& from, const GtkTextIter& limit) {
   const bool isForward = direction_ == Direction::Forward;
-  GtkTextIter next = limit;
   const bool isAtEnd =
       (isForward ? gtk_text_iter_is_end(&limit) : gtk_text_iter_is_start(&limit)) != FALSE;
-  if (isAtEnd) {
-    if (std::exchange(hasWrapped_, true)) return false;
-    if (isForward)
-      gtk_text_buffer_get_start_iter(buffer, &next);
-    else
-      gtk_text_buffer_get_end_iter(buffer, &next);
-  } else if (!isForward) {
-    const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
-    gtk_text_iter_forward_chars(&next,
-                                static_cast<int>(g_utf8_strlen(text, -1)) * kMostCharactersForOne);
+  if (isAtEnd) return wrapAround(from);
+  GtkTextIter next = limit;
+  if (!isForward) {
+    // A match may begin before `limit` and end behind it.
+    gtk_text_iter_forward_chars(&next, longestMatch());
+    if (gtk_text_iter_compare(&next, &from) >= 0) next = limit;
+  }
+  gtk_text_buffer_move_mark(gtk_text_view_get_buffer(text_.get()), soughtUpTo_.get(), &next);
+  return true;
+}
+
+/// Once from the other end, which is there when all of the text is.
+bool FindBar::wrapAround(const GtkTextIter& from) {
+  GtkTextBuffer* buffer = gtk_text_view_get_buffer(text_.get());
+  const bool isForward = direction_ == Direction::Forward;
+  GtkTextIter next = from;
+  isSeekWaiting_ = !hasAllOfItsText(text_.get());
+  if (isSeekWaiting_) {
+    if (isForward) next = beforeTheEnd(from, longestMatch());
+  } else if (std::exchange(hasWrapped_, true)) {
+    return false;
+  } else if (isForward) {
+    gtk_text_buffer_get_start_iter(buffer, &next);
+  } else {
+    gtk_text_buffer_get_end_iter(buffer, &next);
   }
   gtk_text_buffer_move_mark(buffer, soughtUpTo_.get(), &next);
-  return true;
+  return !isSeekWaiting_;
 }
 
 }  // namespace lumisk::desktop

@@ -37,14 +37,19 @@ class FindBar {
   void step(Direction direction);
   void stepInText(Direction direction);
   bool seekPieceOfText();
-  bool seekOn(const GtkTextIter& limit);
+  bool seekOn(const GtkTextIter& from, const GtkTextIter& limit);
+  bool wrapAround(const GtkTextIter& from);
+  void select(const GtkTextIter& start, const GtkTextIter& end);
   bool countPieceOfText();
+  /// How far a match may reach.
+  int longestMatch() const;
   GRef<GtkTextMark> newMark(const GtkTextIter& at) const;
   void forgetMark(GRef<GtkTextMark>& mark) const;
   void showCount(unsigned count);
   void forgetTarget();
 
   static void counted(WebKitFindController*, unsigned count, gpointer self);
+  static void textGrew(GtkTextBuffer*, gpointer self);
 
   std::function<ShownDocument()> findTarget_;
   GRef<GtkWidget> bar_;
@@ -57,9 +62,14 @@ class FindBar {
   GRef<GtkTextMark> countedUpTo_;
   unsigned matches_ = 0;
   Deferred seeking_;
+  Deferred scrolling_;
   GRef<GtkTextMark> soughtUpTo_;
   Direction direction_ = Direction::Forward;
   bool hasWrapped_ = false;
+  /// Both have come to the end of a text that is still being filled in.
+  bool isSeekWaiting_ = false;
+  bool isCountWaiting_ = false;
+  std::unique_ptr<SignalHandler> textGrew_;
 };
 
 }  // namespace lumisk::desktop

@@ -10,6 +10,9 @@
 namespace lumisk::desktop {
 namespace {
 
+/// Set on a view that waits for more of its text.
+constexpr const char* kIncomplete = "lumisk-incomplete";
+
 /// Takes a few milliseconds to insert.
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
@@ -76,7 +79,16 @@ bool SourceText::appendPiece() {
     gtk_text_buffer_place_cursor(buffer, &first);
   }
   position_ = end;
-  return position_ < all.size();
+  setComplete(isComplete());
+  return !isComplete();
+}
+
+void SourceText::setComplete(bool isComplete) {
+  g_object_set_data(G_OBJECT(view_.get()), kIncomplete, isComplete ? nullptr : view_.get());
+}
+
+bool hasAllOfItsText(GtkTextView* view) {
+  return g_object_get_data(G_OBJECT(view), kIncomplete) == nullptr;
 }
 
 }  // namespace lumisk::desktop

@@ -22,12 +22,13 @@ class SourceText {
   void setText(const ui::SharedText& text);
   /// Begins to fill in the rest.
   void fill();
-  /// All of it at once, for who needs all of it: a search, a test.
+  /// All of it at once.
   void fillNow();
   bool isComplete() const { return position_ == text_.size(); }
 
  private:
   bool appendPiece();
+  void setComplete(bool isComplete);
 
   GRef<GtkWidget> view_;
   BrokenLines lines_;
@@ -35,5 +36,9 @@ class SourceText {
   std::size_t position_ = 0;
   Deferred filling_;
 };
+
+/// Whether `view` holds the whole of its text, or more is to come: whoever only looks at the view
+/// cannot tell the end of the text from the end of what has been filled in.
+bool hasAllOfItsText(GtkTextView* view);
 
 }  // namespace lumisk::desktop

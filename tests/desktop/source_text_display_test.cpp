@@ -3,10 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "desktop/find_bar.h"
-#include "desktop/source_text.h"
 #include "desktop/text_search.h"
 #include "screen.h"
+#include "source_texts.h"
 
 namespace lumisk::test {
 namespace {
@@ -14,17 +13,6 @@ namespace {
 /// In bytes, with its end.
 constexpr int kLongestLine = 4 * 1024 + 2;
 constexpr int kLongestWord = 1024 + 2;
-
-GtkTextBuffer* bufferOf(const desktop::SourceText& source) {
-  return gtk_text_view_get_buffer(GTK_TEXT_VIEW(source.widget()));
-}
-
-std::string textBetween(const GtkTextIter& start, const GtkTextIter& end) {
-  char* text = gtk_text_iter_get_visible_text(&start, &end);
-  std::string result = text;
-  g_free(text);
-  return result;
-}
 
 std::string textOf(const desktop::SourceText& source) {
   GtkTextIter start;
@@ -44,25 +32,12 @@ int longestLine(GtkTextBuffer* buffer) {
   return longest;
 }
 
-/// Numbers without a blank, none like another: "1000;1001;1002;…"
-std::string numbers(std::size_t size) {
-  std::string text;
-  for (int i = 1'000'000; text.size() < size; ++i) text += std::to_string(i) + ";";
-  return text;
-}
-
 struct Row {
   const char* label;
   std::string text;
 };
 
 std::ostream& operator<<(std::ostream& out, const Row& row) { return out << row.label; }
-
-std::string repeated(std::string_view piece, std::size_t size) {
-  std::string text;
-  while (text.size() < size) text += piece;
-  return text;
-}
 
 class LongLine : public testing::TestWithParam<Row> {};
 
@@ -184,88 +159,6 @@ TEST(LongLineSearched, ALimitHoldsForWhereAMatchBegins) {
   gtk_text_buffer_get_iter_at_offset(bufferOf(source), &limit, 8);
   EXPECT_FALSE(desktop::findForward(start, "one", &limit));
   EXPECT_TRUE(desktop::findForward(start, "ONE"));
-}
-
-/// A find bar over a long text, in a window.
-class FindInLongText : public testing::Test {
- protected:
-  FindInLongText() : window_(GTK_WINDOW(gtk_window_new())) {
-    source_.setText(numbers(3'000'000));
-    source_.fillNow();
-    GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
-    gtk_box_append(GTK_BOX(box), bar_.widget());
-    GtkWidget* scrolled = gtk_scrolled_window_new();
-    gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(scrolled), source_.widget());
-    gtk_widget_set_vexpand(scrolled, TRUE);
-    gtk_box_append(GTK_BOX(box), scrolled);
-    gtk_window_set_child(window_, box);
-    gtk_window_set_default_size(window_, 600, 400);
-    gtk_window_present(window_);
-    bar_.open();
-  }
-  ~FindInLongText() override {
-    bar_.close();
-    gtk_window_destroy(window_);
-  }
-
-  void type(const std::string& text) {
-    GtkWidget* entry = gtk_window_get_focus(window_);
-    while (!GTK_IS_SEARCH_ENTRY(entry)) entry = gtk_widget_get_parent(entry);
-    gtk_editable_set_text(GTK_EDITABLE(entry), text.c_str());
-  }
-  std::string selected() {
-    GtkTextIter start;
-    GtkTextIter end;
-    gtk_text_buffer_get_selection_bounds(bufferOf(source_), &start, &end);
-    return textBetween(start, end);
-  }
-  int selectedAt() {
-    GtkTextIter start;
-    gtk_text_buffer_get_selection_bounds(bufferOf(source_), &start, nullptr);
-    return gtk_text_iter_get_offset(&start);
-  }
-
-  desktop::SourceText source_;
-  desktop::FindBar bar_{[this] {
-    desktop::ShownDocument shown;
-    shown.text = GTK_TEXT_VIEW(source_.widget());
-    return shown;
-  }};
-  GtkWindow* window_;
-};
-
-TEST_F(FindInLongText, FarMatchesAreFoundCountedAndGoneThroughBothWays) {
-  type("300000;");
-  ASSERT_TRUE(runUntil([&] { return selected() == "300000;"; }));
-  EXPECT_TRUE(runUntil([&] { return bar_.countText() == "1 match"; })) << bar_.countText();
-  type("99999;");
-  ASSERT_TRUE(runUntil([&] { return selected() == "99999;"; }));
-  const int first = selectedAt();
-  EXPECT_TRUE(runUntil([&] { return bar_.countText() == "3 matches"; })) << bar_.countText();
-  bar_.next();
-  ASSERT_TRUE(runUntil([&] { return selectedAt() > first; }));
-  const int second = selectedAt();
-  bar_.previous();
-  EXPECT_TRUE(runUntil([&] { return selectedAt() == first; }));
-  bar_.previous();
-  EXPECT_TRUE(runUntil([&] { return selectedAt() > second; })) << "from the other end";
-  EXPECT_EQ(selected(), "99999;");
-}
-
-TEST_F(FindInLongText, EveryBreakForDisplayIsLookedAcross) {
-  // The words around breaks, read from the buffer, each of which stands there once.
-  GtkTextIter at;
-  gtk_text_buffer_get_start_iter(bufferOf(source_), &at);
-  for (int line = 50; line < 60; ++line) {
-    gtk_text_buffer_get_iter_at_line(bufferOf(source_), &at, line);
-    GtkTextIter before = at;
-    GtkTextIter after = at;
-    gtk_text_iter_backward_chars(&before, 8);
-    gtk_text_iter_forward_chars(&after, 8);
-    const std::string word = textBetween(before, after);
-    type(word);
-    EXPECT_TRUE(runUntil([&] { return selected() == word; })) << word;
-  }
 }
 
 }  // namespace
