@@ -33,6 +33,14 @@ std::optional<struct stat> statusOf(const FileDescriptor& folder, const std::str
   return result == 0 ? std::optional(status) : std::nullopt;
 }
 
+/// Whether the entry is a folder or a link that leads to one.
+bool isOrLeadsToFolder(const FileDescriptor& folder, const std::string& name,
+                       const std::optional<struct stat>& status) {
+  if (!status || !S_ISLNK(status->st_mode)) return status && S_ISDIR(status->st_mode);
+  struct stat target {};
+  return fstatat(folder.get(), name.c_str(), &target, 0) == 0 && S_ISDIR(target.st_mode);
+}
+
 /// Builds the items of one folder.
 class ItemBuilder {
  public:
@@ -42,11 +50,12 @@ class ItemBuilder {
         dateFormatter_(dateFormatter),
         icons_(icons) {}
 
-  FileItem build(std::string name, const std::optional<struct stat>& status) {
+  /// `looksLikeFolder`: whether the entry has a folder's icon, be it only a link to one.
+  FileItem build(std::string name, const std::optional<struct stat>& status, bool looksLikeFolder) {
     const bool isDirectory = status && S_ISDIR(status->st_mode);
     FileItem item;
     item.id = ids_.next();
-    item.icon = iconOf(name, isDirectory);
+    item.icon = iconOf(name, looksLikeFolder);
     item.name = std::move(name);
     item.size = sizeText(status, isDirectory);
     item.date = status ? dateFormatter_.stringFromDate(status->st_mtim) : kUnknownDate;
@@ -55,9 +64,9 @@ class ItemBuilder {
   }
 
  private:
-  Icon iconOf(const std::string& name, bool isDirectory) {
+  Icon iconOf(const std::string& name, bool looksLikeFolder) {
     entryPath_.replace(folderLength_, std::string::npos, name);
-    return icons_.iconForFile(entryPath_, isDirectory);
+    return icons_.iconForFile(entryPath_, looksLikeFolder);
   }
 
   static std::string sizeText(const std::optional<struct stat>& status, bool isDirectory) {
@@ -91,7 +100,8 @@ std::optional<FolderListing> listFolder(const std::string& path, const DateForma
     if (status && isHidden(name)) {
       ++listing.hiddenCount;
     } else {
-      listing.items.push_back(builder.build(std::move(name), status));
+      const bool looksLikeFolder = isOrLeadsToFolder(folder, name, status);
+      listing.items.push_back(builder.build(std::move(name), status, looksLikeFolder));
     }
   }
   listing.items = inFolderOrder(std::move(listing.items), platform.collation);

@@ -19,8 +19,9 @@ struct FolderListing {
 /// order; names that differ at most in case keep the order of the file system. Nothing when the
 /// folder cannot be listed.
 ///
-/// An entry is looked at as it is: a symbolic link is a small file. One that cannot be looked at is
-/// listed all the same, as a file of unknown size and date.
+/// An entry is looked at as it is: a symbolic link is a small file, though with the icon of a
+/// folder where it leads to one. One that cannot be looked at is listed all the same, as a file of
+/// unknown size and date.
 std::optional<FolderListing> listFolder(const std::string& path, const DateFormatter& dateFormatter,
                                         const Platform& platform);
 

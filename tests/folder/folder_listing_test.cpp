@@ -159,6 +159,25 @@ TEST(FolderListing, LinksAreFilesOfTheirOwn) {
   EXPECT_NE(itemNamed(listing, "loop").date, "—");
 }
 
+TEST(FolderListing, ALinkToAFolderHasAFoldersIcon) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "real");
+  writeAll(folder / "file", "");
+  std::filesystem::create_directory_symlink("real", folder / "to folder.md");
+  std::filesystem::create_symlink("to folder.md", folder / "to link");
+  std::filesystem::create_symlink("file", folder / "to file");
+  std::filesystem::create_symlink("nowhere", folder / "dangling");
+  std::filesystem::create_symlink("loop", folder / "loop");
+  const FolderListing listing = listed(folder.path());
+  const Icon folderIcon = itemNamed(listing, "real").icon;
+  for (const char* name : {"to folder.md", "to link"}) {
+    EXPECT_EQ(itemNamed(listing, name).icon, folderIcon) << name;
+    EXPECT_FALSE(itemNamed(listing, name).isDirectory) << name;
+  }
+  for (const char* name : {"file", "to file", "dangling", "loop"})
+    EXPECT_NE(itemNamed(listing, name).icon, folderIcon) << name;
+}
+
 TEST(FolderListing, PipesSocketsAndDevicesAreListedWithoutBeingOpened) {
   const TemporaryFolder folder;
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
