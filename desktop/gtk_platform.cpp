@@ -2,7 +2,9 @@
 
 #include <glib/gstdio.h>
 
+#include <deque>
 #include <future>
+#include <mutex>
 #include <utility>
 
 namespace lumisk::desktop {
@@ -17,9 +19,10 @@ gboolean runTask(gpointer task) {
 
 void deleteTask(gpointer task) { delete static_cast<Task*>(task); }
 
-void runInPool(gpointer task, gpointer) {
-  runTask(task);
-  deleteTask(task);
+/// Of the whole program: background work may still hand over its result while all else ends.
+GlibMainQueue& programsMainQueue() {
+  static auto* const queue = new GlibMainQueue;
+  return *queue;
 }
 
 void removeFolder(const std::string& folder) {
@@ -46,13 +49,46 @@ void GlibMainQueue::sync(const Task& task) {
   done.get_future().wait();
 }
 
-GlibBackgroundQueue::GlibBackgroundQueue()
-    : pool_(g_thread_pool_new_full(runInPool, nullptr, deleteTask, kMostThreads, FALSE, nullptr)) {}
+/// The tasks that no thread has begun. The pool's own queue would let go of them on whichever
+/// thread is the last to end.
+struct GlibBackgroundQueue::Waiting {
+  std::mutex mutex;
+  std::deque<Task> tasks;
 
-GlibBackgroundQueue::~GlibBackgroundQueue() { g_thread_pool_free(pool_, TRUE, TRUE); }
+  Task takeNext() {
+    const std::lock_guard lock(mutex);
+    if (tasks.empty()) return {};
+    Task task = std::move(tasks.front());
+    tasks.pop_front();
+    return task;
+  }
+};
+
+GlibBackgroundQueue::GlibBackgroundQueue()
+    : waiting_(std::make_shared<Waiting>()),
+      pool_(g_thread_pool_new(runNext, nullptr, kMostThreads, FALSE, nullptr)) {}
+
+GlibBackgroundQueue::~GlibBackgroundQueue() {
+  {
+    const std::lock_guard lock(waiting_->mutex);
+    waiting_->tasks.clear();
+  }
+  // Turns that are left find no task.
+  g_thread_pool_free(pool_, FALSE, FALSE);
+}
 
 void GlibBackgroundQueue::async(Task task) {
-  g_thread_pool_push(pool_, new Task(std::move(task)), nullptr);
+  {
+    const std::lock_guard lock(waiting_->mutex);
+    waiting_->tasks.push_back(std::move(task));
+  }
+  g_thread_pool_push(pool_, new std::shared_ptr<Waiting>(waiting_), nullptr);
+}
+
+void GlibBackgroundQueue::runNext(gpointer turn, gpointer) {
+  const std::unique_ptr<std::shared_ptr<Waiting>> waiting(
+      static_cast<std::shared_ptr<Waiting>*>(turn));
+  if (const Task task = (*waiting)->takeNext()) task();
 }
 
 AppearanceMatch AdwaitaAppearance::bestMatch() const {
@@ -80,7 +116,7 @@ std::optional<std::string> DesktopCachesDirectory::path() const {
 GtkPlatform::GtkPlatform(const std::string& localeFolder)
     : strings_("", localeFolder),
       collation_(makeIcuCollation()),
-      platform_{mainQueue_,  backgroundQueue_, appearance_,  strings_, makeIcuDateFormatter,
-                *collation_, icons_,           hiddenNames_, caches_,  standardOutput_} {}
+      platform_{programsMainQueue(), backgroundQueue_, appearance_,  strings_, makeIcuDateFormatter,
+                *collation_,         icons_,           hiddenNames_, caches_,  standardOutput_} {}
 
 }  // namespace lumisk::desktop

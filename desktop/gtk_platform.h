@@ -29,7 +29,11 @@ class GlibMainQueue final : public MainQueue {
   GThread* mainThread_ = g_thread_self();
 };
 
-/// A few threads of GLib's. Work that has not begun when the object goes is dropped.
+/// A few threads of GLib's.
+///
+/// Its end waits for nothing: work that has not begun is dropped, and what is under way goes on by
+/// itself, which may be for as long as a file system does not answer. So what tasks borrow must
+/// live as long as the program.
 class GlibBackgroundQueue final : public BackgroundQueue {
  public:
   GlibBackgroundQueue();
@@ -39,6 +43,10 @@ class GlibBackgroundQueue final : public BackgroundQueue {
   void async(Task task) override;
 
  private:
+  struct Waiting;
+  static void runNext(gpointer turn, gpointer);
+
+  std::shared_ptr<Waiting> waiting_;
   GThreadPool* pool_;
 };
 
@@ -87,7 +95,6 @@ class GtkPlatform {
   const Platform& platform() const { return platform_; }
 
  private:
-  GlibMainQueue mainQueue_;
   AdwaitaAppearance appearance_;
   GettextStringTable strings_;
   std::unique_ptr<Collation> collation_;
@@ -95,7 +102,7 @@ class GtkPlatform {
   HeadlessHiddenNames hiddenNames_;
   DesktopCachesDirectory caches_;
   ProcessStandardOutput standardOutput_;
-  GlibBackgroundQueue backgroundQueue_;  // goes first: its tasks use the others
+  GlibBackgroundQueue backgroundQueue_;
   Platform platform_;
 };
 

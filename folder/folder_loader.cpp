@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -12,6 +13,8 @@
 
 namespace lumisk {
 namespace {
+
+using ViewPresence = std::weak_ptr<const FolderViewPresence>;
 
 void publishFolderDate(const FolderViewState& state, const Platform& platform) {
   struct stat status {};
@@ -25,18 +28,21 @@ void publishFolderDate(const FolderViewState& state, const Platform& platform) {
 
 // The state travels to the main queue with the text and is let go of there: what it and its host
 // hold belongs to the main thread.
-void computeFolderSize(FolderViewState state, const std::string& path, MainQueue& mainQueue) {
+void computeFolderSize(FolderViewState state, const std::string& path, const ViewPresence& view,
+                       MainQueue& mainQueue) {
   const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
-  std::string text = formatFileSize(allocatedSizeBelow(path, threads));
+  const auto size = allocatedSizeBelow(path, threads, [&view] { return !view.expired(); });
+  auto text = size ? std::optional(formatFileSize(*size)) : std::nullopt;
   mainQueue.async([state = std::move(state), text = std::move(text)]() mutable {
-    state.change([&](FolderState& folder) { folder.folderSizeStr = std::move(text); });
+    if (text) state.change([&](FolderState& folder) { folder.folderSizeStr = std::move(text); });
   });
 }
 
-void startFolderSize(const FolderViewState& state, const Platform& platform) {
+void startFolderSize(const FolderViewState& state, const Platform& platform,
+                     const ViewPresence& view) {
   platform.backgroundQueue.async([state = FolderViewState(state), path = state->folderURL.path(),
-                                  &mainQueue = platform.mainQueue]() mutable {
-    computeFolderSize(std::move(state), path, mainQueue);
+                                  view, &mainQueue = platform.mainQueue]() mutable {
+    computeFolderSize(std::move(state), path, view, mainQueue);
   });
 }
 
@@ -55,9 +61,10 @@ void publishListing(const FolderViewState& state, const Platform& platform) {
 
 }  // namespace
 
-void loadFolderContents(const FolderViewState& state, const Platform& platform) {
+void loadFolderContents(const FolderViewState& state, const Platform& platform,
+                        const ViewPresence& view) {
   publishFolderDate(state, platform);
-  startFolderSize(state, platform);
+  startFolderSize(state, platform, view);
   publishListing(state, platform);
 }
 

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -23,13 +24,14 @@ constexpr std::size_t kSmallTree = 32;
 /// has finished sleeps until another gives it half of what that one has left.
 class SharedWalk {
  public:
-  explicit SharedWalk(std::size_t maxThreads) : maxThreads_(std::max<std::size_t>(maxThreads, 1)) {}
+  SharedWalk(std::size_t maxThreads, const std::function<bool()>& isWanted)
+      : maxThreads_(std::max<std::size_t>(maxThreads, 1)), isWanted_(isWanted) {}
 
   std::int64_t run(FileDescriptor root) {
     TreeWalker walker;
     walker.startWith(std::move(root));
     for (std::size_t i = 0; i < kSmallTree; ++i) {
-      if (!walker.step()) return walker.total();
+      if (!isWanted_() || !walker.step()) return walker.total();
     }
     startHelpers();
     work(walker);
@@ -56,7 +58,7 @@ class SharedWalk {
 
   void work(TreeWalker& walker) {
     do {
-      while (walker.step()) {
+      while (isWanted_() && walker.step()) {
         if (wanted_.load(std::memory_order_relaxed) > 0) give(walker);
       }
     } while (take(walker));
@@ -88,6 +90,7 @@ class SharedWalk {
   }
 
   const std::size_t maxThreads_;
+  const std::function<bool()>& isWanted_;
   std::vector<std::thread> helpers_;
   std::atomic<int> wanted_ =
       0;  // how many sleep without a share on its way; a hint outside the lock
@@ -103,9 +106,15 @@ class SharedWalk {
 }  // namespace
 
 std::int64_t allocatedSizeBelow(const std::string& path, std::size_t maxThreads) {
+  return *allocatedSizeBelow(path, maxThreads, [] { return true; });
+}
+
+std::optional<std::int64_t> allocatedSizeBelow(const std::string& path, std::size_t maxThreads,
+                                               const std::function<bool()>& isWanted) {
   FileDescriptor folder = openFolder(path.c_str());
   if (!folder.isOpen()) return 0;
-  return SharedWalk(maxThreads).run(std::move(folder));
+  const std::int64_t total = SharedWalk(maxThreads, isWanted).run(std::move(folder));
+  return isWanted() ? std::optional(total) : std::nullopt;
 }
 
 }  // namespace lumisk
