@@ -80,9 +80,10 @@ class ListElement final : public NodeElement {
  private:
   void showList(const ui::List& list) {
     shown_ = list;
-    gtk_list_view_set_model(
-        GTK_LIST_VIEW(list_.get()),
-        GTK_SELECTION_MODEL(gtk_no_selection_new(rowModelNew(list.rows->count()))));
+    // The wrapper takes over the rows, but the list view takes a reference of its own.
+    const auto model =
+        GRef<GtkNoSelection>::adopt(gtk_no_selection_new(rowModelNew(list.rows->count())));
+    gtk_list_view_set_model(GTK_LIST_VIEW(list_.get()), GTK_SELECTION_MODEL(model.get()));
   }
 
   /// From the row's widgets, or, where a row is off screen, from widgets made for the question.
