@@ -1,6 +1,8 @@
 #include "desktop/panel_size.h"
 
+#ifdef GDK_WINDOWING_X11
 #include <gdk/x11/gdkx.h>
+#endif
 
 #include <algorithm>
 
@@ -34,14 +36,30 @@ Size idealSize(ContentShape shape) {
   return kDocument;
 }
 
-GRef<GdkMonitor> monitorFor(GtkWidget* window) {
-  GdkDisplay* display = gtk_widget_get_display(window);
+GdkMonitor* monitorOfSurface(GtkWidget* window) {
   GtkNative* native = gtk_widget_get_native(window);
   GdkSurface* surface = native == nullptr ? nullptr : gtk_native_get_surface(native);
-  if (surface != nullptr)
-    return GRef<GdkMonitor>::retain(gdk_display_get_monitor_at_surface(display, surface));
-  GListModel* monitors = gdk_display_get_monitors(display);
+  return surface == nullptr
+             ? nullptr
+             : gdk_display_get_monitor_at_surface(gtk_widget_get_display(window), surface);
+}
+
+/// A surface that has not been shown is on no monitor with some compositors; the first one is the
+/// best guess then.
+GRef<GdkMonitor> monitorFor(GtkWidget* window) {
+  if (GdkMonitor* monitor = monitorOfSurface(window)) return GRef<GdkMonitor>::retain(monitor);
+  GListModel* monitors = gdk_display_get_monitors(gtk_widget_get_display(window));
   return GRef<GdkMonitor>::adopt(GDK_MONITOR(g_list_model_get_item(monitors, 0)));
+}
+
+Size workAreaOf(GdkMonitor* monitor) {
+  GdkRectangle area{};
+  gdk_monitor_get_geometry(monitor, &area);
+#ifdef GDK_WINDOWING_X11
+  // Only X tells what panels and docks leave; elsewhere the compositor keeps windows clear of them.
+  if (GDK_IS_X11_MONITOR(monitor)) gdk_x11_monitor_get_workarea(monitor, &area);
+#endif
+  return area.width > 0 && area.height > 0 ? Size{area.width, area.height} : kUnknownWorkArea;
 }
 
 }  // namespace
@@ -60,14 +78,7 @@ Size initialSize(ContentShape shape, Size workArea) {
 
 Size workAreaFor(GtkWidget* window) {
   const GRef<GdkMonitor> monitor = monitorFor(window);
-  if (!monitor) return kUnknownWorkArea;
-  GdkRectangle area{};
-  // Only X tells what panels and docks leave; elsewhere the compositor keeps windows clear of them.
-  if (GDK_IS_X11_MONITOR(monitor.get()))
-    gdk_x11_monitor_get_workarea(monitor.get(), &area);
-  else
-    gdk_monitor_get_geometry(monitor.get(), &area);
-  return area.width > 0 && area.height > 0 ? Size{area.width, area.height} : kUnknownWorkArea;
+  return monitor ? workAreaOf(monitor.get()) : kUnknownWorkArea;
 }
 
 }  // namespace lumisk::desktop

@@ -158,6 +158,26 @@ std::string XDesktop::copiedText() const {
   return event.xselection.property == 0 ? "" : text(connection_->own, property);
 }
 
+void XDesktop::reserveTop(int height) {
+  Display* const display = connection_->display;
+  const Atom cardinal = XA_CARDINAL;
+  const auto width = static_cast<unsigned>(DisplayWidth(display, DefaultScreen(display)));
+  const Window dock = XCreateSimpleWindow(display, connection_->root(), 0, 0, width,
+                                          static_cast<unsigned>(height), 0, 0, 0);
+  const Atom type = connection_->atom("_NET_WM_WINDOW_TYPE_DOCK");
+  const auto set = [&](const char* property, Atom kind, const auto* values, int count) {
+    XChangeProperty(display, dock, connection_->atom(property), kind, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(values), count);
+  };
+  // Left, right, top, bottom, then where each begins and ends.
+  const long strut[12] = {0, 0, height, 0, 0, 0, 0, 0, 0, static_cast<long>(width) - 1, 0, 0};
+  set("_NET_WM_WINDOW_TYPE", XA_ATOM, &type, 1);
+  set("_NET_WM_STRUT_PARTIAL", cardinal, strut, 12);
+  set("_NET_WM_STRUT", cardinal, strut, 4);
+  XMapWindow(display, dock);
+  XFlush(display);
+}
+
 void pressKeys(const std::string& keys) { runXdotool({"key", "--clearmodifiers", keys}); }
 
 void clickAt(int x, int y) {

@@ -33,6 +33,8 @@ class XDesktop {
   ScreenPlace placeOf(WindowId window) const;
   /// Whether keys go to this window, by the word of the server and of the window manager.
   bool hasKeyboard(WindowId window) const;
+  /// Puts a dock along the upper edge of the screen, which stays as long as this object.
+  void reserveTop(int height);
   /// What was copied last, as text; empty when there is none, or its owner does not answer.
   std::string copiedText() const;
 
