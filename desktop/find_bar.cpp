@@ -220,12 +220,23 @@ void FindBar::showCount(unsigned count) {
   gtk_label_set_text(GTK_LABEL(count_), text.c_str());
 }
 
+/// Whether the search is one of the document that is shown at the moment.
+bool FindBar::isOfWhatIsShown() const {
+  const ShownDocument shown = findTarget_();
+  return shown.page == page_.get() && (shown.page != nullptr || shown.text == text_.get());
+}
+
+void FindBar::documentChanged() {
+  if (isOpen() && !isOfWhatIsShown()) searchAnew();
+}
+
+void FindBar::documentLoaded() {
+  if (isOpen()) searchAnew();
+}
+
 void FindBar::step(Direction direction) {
   if (!isOpen()) return open();
-  const ShownDocument shown = findTarget_();
-  const bool isSame =
-      shown.page == page_.get() && (shown.page != nullptr || shown.text == text_.get());
-  if (!isSame) return searchAnew();
+  if (!isOfWhatIsShown()) return searchAnew();
   if (text_) return stepInText(direction);
   if (!page_) return;
   WebKitFindController* controller = webkit_web_view_get_find_controller(page_.get());

@@ -23,6 +23,11 @@ class FindBar {
   void open();
   /// Closes it and takes the marks out of the document.
   void close();
+  /// Another document may be shown in the place of the one before: another mode's, for one.
+  /// Searches it, if the bar is open and it is another.
+  void documentChanged();
+  /// The document is another, though in the same widget: a page that was loaded.
+  void documentLoaded();
   void next() { step(Direction::Forward); }
   void previous() { step(Direction::Backward); }
   /// What stands there about the matches: "17 matches".
@@ -32,6 +37,7 @@ class FindBar {
   enum class Direction { Forward, Backward };
   void buildBar();
   void searchAnew();
+  bool isOfWhatIsShown() const;
   void searchPage(WebKitWebView* page, const char* text);
   void searchText(GtkTextView* view);
   void step(Direction direction);

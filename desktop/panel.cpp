@@ -36,6 +36,7 @@ Panel::Panel(const Platform& platform, LiveViews& liveViews)
   // The dying view is still calling; it goes once it has returned.
   webViews_.onTerminated = [this] { afterCrash_.after(0, [this] { showCrash(); }); };
   webViews_.onFinished = [this] {
+    findBar_->documentLoaded();
     if (onPageFinished) onPageFinished();
   };
   buildWindow();
@@ -154,6 +155,7 @@ void Panel::focusDocument() const {
 
 /// A layer that is not shown any more, as after a click on another mode, has let go of the focus.
 void Panel::contentChanged() {
+  findBar_->documentChanged();
   updateBackButton();
   if (gtk_root_get_focus(GTK_ROOT(window_)) == nullptr) focusDocument();
 }

@@ -50,7 +50,7 @@ const ui::HostedView* Presentation::view() const {
   return controller_.children().empty() ? nullptr : &controller_.children().back()->view;
 }
 
-bool Presentation::selectMode(std::string_view name) {
+bool Presentation::selectMode(std::string_view name) const {
   return content() != nullptr && lumisk::selectMode(ui::View(content()->body()), name);
 }
 

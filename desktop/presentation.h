@@ -28,11 +28,11 @@ class Presentation {
   const HostedWidget* content() const;
   const ui::HostedView* view() const;
 
-  /// Chooses the mode of this name; false when there is none.
-  bool selectMode(std::string_view name);
-
-  /// What is on screen has changed.
+  /// The view on top shows something else than before, another mode perhaps.
   std::function<void()> onChanged;
+
+  /// Chooses the mode of this name; false when there is none.
+  bool selectMode(std::string_view name) const;
 
  private:
   void paintRoot();

@@ -65,12 +65,11 @@ TEST_P(PanelPictures, OfTheSourceAndTheFindBar) {
   const auto entries =
       shownBelow(panel_.root(), [](GtkWidget* w) { return GTK_IS_SEARCH_ENTRY(w) == TRUE; });
   ASSERT_EQ(entries.size(), 1U);
-  gtk_editable_set_text(GTK_EDITABLE(entries[0]), "text");
-  EXPECT_TRUE(runUntil([&] { return panel_->findBar().countText() == "2 matches"; }));
+  gtk_editable_set_text(GTK_EDITABLE(entries[0]), "next");
+  EXPECT_TRUE(runUntil([&] { return panel_->findBar().countText() == "1 match"; }));
   runFor(300);
   expectPicture("find");
   ASSERT_TRUE(panel_->presentation()->selectMode("source"));
-  panel_->perform(Command::FindNext);
   EXPECT_TRUE(runUntil([&] { return panel_->findBar().countText() == "2 matches"; }));
   runFor(300);
   expectPicture("source");
