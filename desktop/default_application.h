@@ -9,8 +9,8 @@
 
 namespace lumisk::desktop {
 
-/// The application that the person's desktop opens items of this content type with; none when there
-/// is none, or when it is this program.
+/// The application that the person's desktop opens items of this content type with; the next one
+/// when that is this program, and none when there is no other.
 GRef<GAppInfo> defaultApplication(const std::string& contentType);
 
 /// False when it could not be started.

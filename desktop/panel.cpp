@@ -7,6 +7,7 @@
 #include "desktop/default_application.h"
 #include "desktop/document_control.h"
 #include "desktop/panel_menu.h"
+#include "desktop/service/owned.h"
 #include "desktop/status_page.h"
 #include "desktop/style.h"
 #include "desktop/texts.h"
@@ -94,7 +95,9 @@ GtkWidget* Panel::buildContent() {
   gtk_event_controller_set_propagation_phase(wheel, GTK_PHASE_CAPTURE);
   g_signal_connect(wheel, "scroll", G_CALLBACK(&Panel::wheelTurned), this);
   gtk_widget_add_controller(contentBin_, wheel);
-  return contentBin_;
+  toasts_ = adw_toast_overlay_new();
+  adw_toast_overlay_set_child(ADW_TOAST_OVERLAY(toasts_), contentBin_);
+  return toasts_;
 }
 
 void Panel::show(const FileURL& url) {
@@ -229,7 +232,13 @@ void Panel::openWithDefault() {
   if (!url_) return;
   const GRef<GAppInfo> application = defaultApplication(facts_.contentType);
   if (!application) return;
-  if (openWith(application.get(), *url_, gtk_widget_get_display(GTK_WIDGET(window_)))) close();
+  if (openWith(application.get(), *url_, gtk_widget_get_display(GTK_WIDGET(window_))))
+    return close();
+  const std::string sentence = trWith("panel.open-failed", g_app_info_get_name(application.get()));
+  AdwToast* toast = adw_toast_new("");
+  // Plain text: a name may have a character that is markup.
+  adw_toast_set_title(toast, OwnedText(g_markup_escape_text(sentence.c_str(), -1)).get());
+  adw_toast_overlay_add_toast(ADW_TOAST_OVERLAY(toasts_), toast);
 }
 
 gboolean Panel::closeRequested(GtkWindow*, gpointer self) {

@@ -94,6 +94,7 @@ class Panel {
   GtkWidget* backButton_ = nullptr;
   GtkWidget* openButton_ = nullptr;
   GtkWidget* contentBin_ = nullptr;
+  GtkWidget* toasts_ = nullptr;
   std::unique_ptr<FindBar> findBar_;
   std::unique_ptr<Presentation> presentation_;
   std::optional<FileURL> url_;

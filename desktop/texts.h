@@ -45,6 +45,7 @@ inline constexpr PanelText kPanelTexts[] = {
     {"panel.back", "Back"},
     {"panel.menu", "Menu"},
     {"panel.open-with", "Open With %s"},
+    {"panel.open-failed", "%s could not be started."},
     {"panel.loading", "Loading"},
     {"panel.modes", "View"},
     {"panel.page", "Document"},
