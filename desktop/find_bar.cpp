@@ -61,7 +61,9 @@ void FindBar::buildBar() {
   gtk_widget_set_size_request(entry_, 240, -1);
   setAccessibleName(entry_, tr("find.entry"));
   gtk_text_set_max_length(GTK_TEXT(gtk_editable_get_delegate(GTK_EDITABLE(entry_))), kLongestEntry);
-  count_ = gtk_label_new(nullptr);
+  // Read out when it changes, while the keyboard stays in the entry.
+  count_ = GTK_WIDGET(
+      g_object_new(GTK_TYPE_LABEL, "accessible-role", GTK_ACCESSIBLE_ROLE_STATUS, nullptr));
   gtk_label_set_width_chars(GTK_LABEL(count_), 12);
   gtk_label_set_xalign(GTK_LABEL(count_), 0);
   gtk_widget_add_css_class(count_, "dim-label");

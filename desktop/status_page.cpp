@@ -29,7 +29,10 @@ std::string lines(const std::vector<std::string>& texts) {
 }  // namespace
 
 GtkWidget* statusPageNew(const StatusText& text, GtkWidget* button) {
-  GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, kSpacing);
+  // Nothing on the page takes the focus, so it is read out when it appears.
+  GtkWidget* box =
+      GTK_WIDGET(g_object_new(GTK_TYPE_BOX, "orientation", GTK_ORIENTATION_VERTICAL, "spacing",
+                              kSpacing, "accessible-role", GTK_ACCESSIBLE_ROLE_ALERT, nullptr));
   gtk_widget_set_valign(box, GTK_ALIGN_CENTER);
   for (const auto setMargin : {gtk_widget_set_margin_top, gtk_widget_set_margin_bottom,
                                gtk_widget_set_margin_start, gtk_widget_set_margin_end})

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "desktop/accessible_name.h"
 #include "panel_on_screen.h"
 
 namespace lumisk::test {
@@ -9,17 +10,7 @@ namespace {
 
 using desktop::Command;
 
-/// The name that the widget gives itself; empty when it has none.
-std::string nameOf(GtkWidget* widget) {
-  auto* accessible = GTK_ACCESSIBLE(widget);
-  if (!gtk_test_accessible_has_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL)) return {};
-  // The toolkit answers with what the name is only when another is expected.
-  char* const name =
-      gtk_test_accessible_check_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, "\x01 never");
-  const std::string text = name == nullptr ? "" : name;
-  g_free(name);
-  return text;
-}
+std::string nameOf(GtkWidget* widget) { return desktop::accessibleName(widget); }
 
 bool hasRole(GtkWidget* widget, GtkAccessibleRole role) {
   return gtk_test_accessible_has_role(GTK_ACCESSIBLE(widget), role) == TRUE;
@@ -71,6 +62,56 @@ TEST(Accessibility, AlsoInTheFindBarTheSourceAndWhereALinkLed) {
   ASSERT_TRUE(panel->presentation()->selectMode("rendered"));
   ASSERT_TRUE(panel.followLink());
   expectNames(panel.root());
+}
+
+TEST(Accessibility, WhatTakesNoFocusIsReadOutWhenItComes) {
+  const ItemsToShow items;
+  PanelOnScreen panel;
+  for (const char* const name : {"missing", "picture.png"}) {
+    ASSERT_TRUE(panel.open(items / name));
+    const auto alerts = shownBelow(panel->content(), [](GtkWidget* widget) {
+      return hasRole(widget, GTK_ACCESSIBLE_ROLE_ALERT);
+    });
+    ASSERT_EQ(alerts.size(), 1U) << name;
+    EXPECT_GE(shownBelow(alerts[0], [](GtkWidget* w) { return GTK_IS_LABEL(w) == TRUE; }).size(),
+              2U);
+  }
+  ASSERT_TRUE(panel.open(items / "guide.md"));
+  panel->perform(Command::Find);
+  runFor(400);
+  const auto counts = shownBelow(panel.root(), [](GtkWidget* widget) {
+    return gtk_widget_has_css_class(widget, "find-count") == TRUE;
+  });
+  ASSERT_EQ(counts.size(), 1U);
+  EXPECT_TRUE(hasRole(counts[0], GTK_ACCESSIBLE_ROLE_STATUS));
+}
+
+/// Whether the widget, or one that it is in, says that it is hidden.
+bool isHidden(GtkWidget* widget) {
+  for (; widget != nullptr; widget = gtk_widget_get_parent(widget)) {
+    auto* accessible = GTK_ACCESSIBLE(widget);
+    if (gtk_test_accessible_has_state(accessible, GTK_ACCESSIBLE_STATE_HIDDEN) == FALSE) continue;
+    char* const other =
+        gtk_test_accessible_check_state(accessible, GTK_ACCESSIBLE_STATE_HIDDEN, TRUE);
+    g_free(other);
+    if (other == nullptr) return true;
+  }
+  return false;
+}
+
+TEST(Accessibility, OfTheModesOfADocumentOneIsThere) {
+  const ItemsToShow items;
+  PanelOnScreen panel;
+  ASSERT_TRUE(panel.open(items / "guide.md"));
+  GtkWidget* const page = GTK_WIDGET(panel->webViews().latestView());
+  EXPECT_FALSE(isHidden(page));
+  ASSERT_TRUE(panel->presentation()->selectMode("source"));
+  GtkWidget* const source = GTK_WIDGET(desktop::findShownDocument(panel->content()).text);
+  EXPECT_TRUE(isHidden(page));
+  EXPECT_FALSE(isHidden(source));
+  ASSERT_TRUE(panel->presentation()->selectMode("rendered"));
+  EXPECT_FALSE(isHidden(page));
+  EXPECT_TRUE(isHidden(source));
 }
 
 TEST(Accessibility, TheModesAreAGroupOfRadioButtons) {
