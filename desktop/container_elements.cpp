@@ -34,6 +34,24 @@ GtkAlign toAlign(ui::VerticalAlignment alignment) {
   return GTK_ALIGN_FILL;
 }
 
+/// The alignment that a child stands by; nothing when it fills its place.
+template <typename Alignment>
+std::optional<Alignment> readAlignment(GtkAlign align, Alignment start, Alignment end) {
+  if (align == GTK_ALIGN_START) return start;
+  if (align == GTK_ALIGN_END) return end;
+  return align == GTK_ALIGN_CENTER ? std::optional(Alignment::Center) : std::nullopt;
+}
+
+std::optional<ui::HorizontalAlignment> alignmentOf(const ui::VStack&, GtkWidget* child) {
+  using enum ui::HorizontalAlignment;
+  return readAlignment(gtk_widget_get_halign(child), Leading, Trailing);
+}
+
+std::optional<ui::VerticalAlignment> alignmentOf(const ui::HStack&, GtkWidget* child) {
+  using enum ui::VerticalAlignment;
+  return readAlignment(gtk_widget_get_valign(child), Top, Bottom);
+}
+
 int spacingInPixels(const ui::Spacing& spacing) {
   return spacing ? static_cast<int>(*spacing) : kUsualSpacing;
 }
@@ -67,7 +85,9 @@ class StackElement final : public NodeElement {
   }
   ui::Node readBack() const override {
     Stack stack;
-    stack.alignment = shown_.alignment;
+    stack.alignment = shown_.alignment;  // where all children fill their places
+    for (const auto& child : children_)
+      if (const auto alignment = alignmentOf(stack, child->widget())) stack.alignment = *alignment;
     const int spacing = gtk_box_get_spacing(GTK_BOX(box_.get()));
     if (shown_.spacing || spacing != kUsualSpacing) stack.spacing = spacing;
     for (const auto& child : children_) stack.children.push_back(child->readBack());

@@ -133,10 +133,11 @@ class ImageElement final : public NodeElement {
   }
   ui::Node readBack() const override {
     ui::Image image = shown_;
-    if (std::holds_alternative<ui::NamedIcon>(image.source)) {
-      const char* name = gtk_image_get_icon_name(GTK_IMAGE(image_.get()));
-      image.source = ui::NamedIcon{name == nullptr ? "" : name};
-    }
+    const char* found = gtk_image_get_icon_name(GTK_IMAGE(image_.get()));
+    const std::string name = found == nullptr ? "" : found;
+    // The widget knows no path: it shows the item's icon if it shows the one that the item has.
+    if (std::holds_alternative<ui::NamedIcon>(image.source) || name != iconName(shown_))
+      image.source = ui::NamedIcon{name};
     image.isResizable = gtk_image_get_pixel_size(GTK_IMAGE(image_.get())) > 0;
     return image;
   }

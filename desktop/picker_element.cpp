@@ -42,7 +42,8 @@ class PickerElement final : public NodeElement {
   }
   ui::Node readBack() const override {
     ui::SegmentedPicker picker;
-    picker.label = shown_.label;
+    const std::string name = accessibleName(box_.get());
+    picker.label = name == nameOf(shown_) ? shown_.label : name;
     picker.onSelect = shown_.onSelect;
     for (GtkWidget* button : buttons_) {
       const char* tag = gtk_widget_get_name(button);
@@ -62,9 +63,12 @@ class PickerElement final : public NodeElement {
       g_signal_connect(button, "toggled", G_CALLBACK(&PickerElement::toggled), this);
       buttons_.push_back(button);
     }
-    // A group without a name says nothing to who cannot see what it stands over.
-    const std::string name = picker.label.empty() ? tr("panel.modes") : picker.label;
-    setAccessibleName(box_.get(), name.c_str());
+    setAccessibleName(box_.get(), nameOf(picker).c_str());
+  }
+
+  /// A group without a name says nothing to who cannot see what it stands over.
+  static std::string nameOf(const ui::SegmentedPicker& picker) {
+    return picker.label.empty() ? tr("panel.modes") : picker.label;
   }
 
   void showSelection(const ui::SegmentedPicker& picker) {

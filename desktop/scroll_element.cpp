@@ -73,7 +73,7 @@ std::optional<SourceShape> sourceShape(const ui::ScrollView& scroll) {
   const auto* text = std::get_if<ui::Text>(&view.node);
   if (text == nullptr || !text->isSelectable || text->lineLimit || view.modifiers.size() != 2)
     return std::nullopt;
-  const auto* frame = std::get_if<ui::Frame>(&view.modifiers[0]);
+  const auto* frame = std::get_if<ui::Frame>(view.modifiers.data());
   const auto* padding = std::get_if<ui::Padding>(&view.modifiers[1]);
   if (frame == nullptr || padding == nullptr || padding->edges != ui::Edges::All ||
       frame->alignment != ui::HorizontalAlignment::Leading ||
@@ -114,12 +114,30 @@ class SourceElement final : public NodeElement {
     if (gtk_text_view_get_monospace(view) == TRUE) text.font.design = ui::FontDesign::Monospaced;
     ui::View inner(text);
     inner.modifiers = {
-        shape_.frame,
+        readFrame(),
         ui::Padding{ui::Edges::All, static_cast<double>(gtk_text_view_get_left_margin(view))}};
     return ui::ScrollView{hasIndicators(scrolled_.get()), ui::Content(inner)};
   }
 
  private:
+  /// The view fills its scrolled window, and the text in it begins at one of its edges.
+  ui::Frame readFrame() const {
+    ui::Frame frame;
+    if (gtk_widget_get_halign(source_.widget()) == GTK_ALIGN_FILL) frame.maxWidth = ui::kInfinity;
+    using enum ui::HorizontalAlignment;
+    switch (gtk_text_view_get_justification(GTK_TEXT_VIEW(source_.widget()))) {
+      case GTK_JUSTIFY_RIGHT:
+        frame.alignment = Trailing;
+        break;
+      case GTK_JUSTIFY_CENTER:
+        frame.alignment = Center;
+        break;
+      default:
+        frame.alignment = Leading;
+    }
+    return frame;
+  }
+
   void showShape(const SourceShape& shape) {
     auto* view = GTK_TEXT_VIEW(source_.widget());
     const int margin = static_cast<int>(std::lround(shape.padding.length));

@@ -140,27 +140,6 @@ TEST_F(PreviewTest, RowsKeepTheirColumns) {
   EXPECT_EQ(widths, (std::vector<int>{80, 130, 80, 130}));
 }
 
-TEST_F(PreviewTest, ALargeFolderMakesRowsForTheScreenOnly) {
-  std::filesystem::create_directories(folder_ / "large");
-  constexpr int kEntries = 5000;
-  for (int i = 0; i < kEntries; ++i)
-    std::ofstream(folder_ / ("large/" + std::to_string(i))).put('x');
-  Preview preview(folder_ / "large");
-  ASSERT_TRUE(preview.finishes());
-  runFor(200);
-  int labels = 0;
-  const std::function<void(GtkWidget*)> count = [&](GtkWidget* widget) {
-    if (GTK_IS_LABEL(widget)) ++labels;
-    for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
-         child = gtk_widget_get_next_sibling(child))
-      count(child);
-  };
-  count(GTK_WIDGET(preview.shown().scrolled));
-  EXPECT_GT(labels, 30);
-  EXPECT_LT(labels, kEntries);
-  EXPECT_EQ(preview.outlineOfWidgets(), preview.outlineOfView());
-}
-
 TEST_F(PreviewTest, AnEmptyFolderSaysSo) {
   std::filesystem::create_directories(folder_ / "empty");
   Preview preview(folder_ / "empty");
