@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -76,6 +77,18 @@ class PanelTest : public testing::Test {
     const Point at = onScreen(widget, x, y);
     clickAt(at.x, at.y);
     runFor(100);
+  }
+  /// All labels, one a line.
+  std::string textOfTheContent() {
+    std::string text;
+    const std::function<void(GtkWidget*)> collect = [&](GtkWidget* widget) {
+      if (GTK_IS_LABEL(widget)) text += std::string(gtk_label_get_text(GTK_LABEL(widget))) + "\n";
+      for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+           child = gtk_widget_get_next_sibling(child))
+        collect(child);
+    };
+    collect(panel_->content());
+    return text;
   }
   bool closes() {
     return runUntil([&] { return closings_ == 1; }) && !panel_->isVisible();
