@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <fstream>
 
+#include "desktop/accessible_name.h"
 #include "desktop/page_drawing.h"
 #include "desktop/picture.h"
 #include "extension/mode_selection.h"
@@ -50,6 +51,59 @@ TEST_F(PreviewTest, TheWidgetsShowWhatTheViewSays) {
                                                            (isDark ? "-dark.png" : "-light.png")));
       EXPECT_FALSE(desktop::isBlank(picture.get()));
     }
+  }
+}
+
+/// The first widget below `root` that is wanted.
+GtkWidget* firstBelow(GtkWidget* root, const std::function<bool(GtkWidget*)>& isWanted) {
+  if (isWanted(root)) return root;
+  for (GtkWidget* child = gtk_widget_get_first_child(root); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    if (GtkWidget* found = firstBelow(child, isWanted)) return found;
+  return nullptr;
+}
+
+TEST_F(PreviewTest, WhatTheWidgetsShowInsteadIsReadBack) {
+  struct Row {
+    const char* label;
+    const char* item;
+    std::function<bool(GtkWidget*)> isWanted;
+    std::function<void(GtkWidget*)> change;
+  };
+  const Row rows[] = {
+      {"the icon of a file", "folder", [](GtkWidget* w) { return GTK_IS_IMAGE(w) == TRUE; },
+       [](GtkWidget* w) { gtk_image_set_from_icon_name(GTK_IMAGE(w), "edit-copy"); }},
+      {"the alignment in a stack", "folder",
+       [](GtkWidget* w) { return gtk_widget_has_css_class(w, "heading") == TRUE; },
+       [](GtkWidget* w) {
+         GtkWidget* const column = gtk_widget_get_parent(w);
+         for (GtkWidget* child = gtk_widget_get_first_child(column); child != nullptr;
+              child = gtk_widget_get_next_sibling(child))
+           gtk_widget_set_halign(child, GTK_ALIGN_END);
+       }},
+      {"the picker's name", "data.json",
+       [](GtkWidget* w) { return gtk_widget_has_css_class(w, "mode-picker") == TRUE; },
+       [](GtkWidget* w) { desktop::setAccessibleName(w, "Other"); }},
+      {"the edge of a source", "guide.md", [](GtkWidget* w) { return GTK_IS_TEXT_VIEW(w) == TRUE; },
+       [](GtkWidget* w) { gtk_text_view_set_justification(GTK_TEXT_VIEW(w), GTK_JUSTIFY_RIGHT); }},
+      {"the width of a source", "guide.md",
+       [](GtkWidget* w) { return GTK_IS_TEXT_VIEW(w) == TRUE; },
+       [](GtkWidget* w) { gtk_widget_set_halign(w, GTK_ALIGN_START); }},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.label);
+    Preview preview(folder_ / row.item);
+    ASSERT_TRUE(preview.finishes());
+    const bool isDocument = std::string_view(row.item) == "guide.md";
+    ASSERT_TRUE(!isDocument || preview.presentation().selectMode("source"));
+    ASSERT_EQ(preview.outlineOfWidgets(), preview.outlineOfView());
+    GtkWidget* const widget = firstBelow(preview.presentation().widget(), [&](GtkWidget* each) {
+      // The engine's view has widgets of its own inside.
+      return gtk_widget_get_ancestor(each, WEBKIT_TYPE_WEB_VIEW) == nullptr && row.isWanted(each);
+    });
+    ASSERT_NE(widget, nullptr);
+    row.change(widget);
+    EXPECT_NE(preview.outlineOfWidgets(), preview.outlineOfView());
   }
 }
 
