@@ -26,7 +26,7 @@ inline std::string accessibleName(GtkWidget* widget) {
   // The toolkit answers with what the name is only when another is expected.
   char* name =
       gtk_test_accessible_check_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, "\x01 never");
-  const std::string text = name == nullptr ? "" : name;
+  std::string text = name == nullptr ? "" : name;
   g_free(name);
   return text;
 }
