@@ -10,7 +10,8 @@
 namespace lumisk::desktop {
 namespace {
 
-constexpr int kMostThreads = 2;
+// The walk through a large folder goes on after its preview has gone; the next one is not to wait.
+constexpr int kMostThreads = 8;
 
 gboolean runTask(gpointer task) {
   (*static_cast<Task*>(task))();

@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <optional>
 #include <thread>
 #include <utility>
 
@@ -13,8 +12,6 @@
 
 namespace lumisk {
 namespace {
-
-using ViewPresence = std::weak_ptr<const FolderViewPresence>;
 
 void publishFolderDate(const FolderViewState& state, const Platform& platform) {
   struct stat status {};
@@ -28,21 +25,18 @@ void publishFolderDate(const FolderViewState& state, const Platform& platform) {
 
 // The state travels to the main queue with the text and is let go of there: what it and its host
 // hold belongs to the main thread.
-void computeFolderSize(FolderViewState state, const std::string& path, const ViewPresence& view,
-                       MainQueue& mainQueue) {
+void computeFolderSize(FolderViewState state, const std::string& path, MainQueue& mainQueue) {
   const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
-  const auto size = allocatedSizeBelow(path, threads, [&view] { return !view.expired(); });
-  auto text = size ? std::optional(formatFileSize(*size)) : std::nullopt;
+  std::string text = formatFileSize(allocatedSizeBelow(path, threads));
   mainQueue.async([state = std::move(state), text = std::move(text)]() mutable {
-    if (text) state.change([&](FolderState& folder) { folder.folderSizeStr = std::move(text); });
+    state.change([&](FolderState& folder) { folder.folderSizeStr = std::move(text); });
   });
 }
 
-void startFolderSize(const FolderViewState& state, const Platform& platform,
-                     const ViewPresence& view) {
+void startFolderSize(const FolderViewState& state, const Platform& platform) {
   platform.backgroundQueue.async([state = FolderViewState(state), path = state->folderURL.path(),
-                                  view, &mainQueue = platform.mainQueue]() mutable {
-    computeFolderSize(std::move(state), path, view, mainQueue);
+                                  &mainQueue = platform.mainQueue]() mutable {
+    computeFolderSize(std::move(state), path, mainQueue);
   });
 }
 
@@ -61,10 +55,9 @@ void publishListing(const FolderViewState& state, const Platform& platform) {
 
 }  // namespace
 
-void loadFolderContents(const FolderViewState& state, const Platform& platform,
-                        const ViewPresence& view) {
+void loadFolderContents(const FolderViewState& state, const Platform& platform) {
   publishFolderDate(state, platform);
-  startFolderSize(state, platform, view);
+  startFolderSize(state, platform);
   publishListing(state, platform);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 #include "folder/folder_loader.h"
 #include "ui/view.h"
@@ -23,7 +22,7 @@ class FolderPreviewView {
 
   ui::View body() const;
   /// Reads the folder, anew each time.
-  void onAppear() { loadFolderContents(state_, platform_, presence_); }
+  void onAppear() { loadFolderContents(state_, platform_); }
   void setOnChange(const std::function<void()>& onChange) { state_.setOnChange(onChange); }
 
   const FolderState& state() const { return *state_; }
@@ -33,8 +32,6 @@ class FolderPreviewView {
   ui::View emptyMessage() const;
 
   FolderViewState state_;
-  std::shared_ptr<const FolderViewPresence> presence_ =
-      std::make_shared<const FolderViewPresence>();
   std::reference_wrapper<const Platform> platform_;
 };
 

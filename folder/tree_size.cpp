@@ -4,7 +4,6 @@
 #include <atomic>
 #include <condition_variable>
 #include <deque>
-#include <functional>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -24,14 +23,13 @@ constexpr std::size_t kSmallTree = 32;
 /// has finished sleeps until another gives it half of what that one has left.
 class SharedWalk {
  public:
-  SharedWalk(std::size_t maxThreads, const std::function<bool()>& isWanted)
-      : maxThreads_(std::max<std::size_t>(maxThreads, 1)), isWanted_(isWanted) {}
+  explicit SharedWalk(std::size_t maxThreads) : maxThreads_(std::max<std::size_t>(maxThreads, 1)) {}
 
   std::int64_t run(FileDescriptor root) {
     TreeWalker walker;
     walker.startWith(std::move(root));
     for (std::size_t i = 0; i < kSmallTree; ++i) {
-      if (!isWanted_() || !walker.step()) return walker.total();
+      if (!walker.step()) return walker.total();
     }
     startHelpers();
     work(walker);
@@ -58,7 +56,7 @@ class SharedWalk {
 
   void work(TreeWalker& walker) {
     do {
-      while (isWanted_() && walker.step()) {
+      while (walker.step()) {
         if (wanted_.load(std::memory_order_relaxed) > 0) give(walker);
       }
     } while (take(walker));
@@ -90,7 +88,6 @@ class SharedWalk {
   }
 
   const std::size_t maxThreads_;
-  const std::function<bool()>& isWanted_;
   std::vector<std::thread> helpers_;
   std::atomic<int> wanted_ =
       0;  // how many sleep without a share on its way; a hint outside the lock
@@ -106,15 +103,9 @@ class SharedWalk {
 }  // namespace
 
 std::int64_t allocatedSizeBelow(const std::string& path, std::size_t maxThreads) {
-  return *allocatedSizeBelow(path, maxThreads, [] { return true; });
-}
-
-std::optional<std::int64_t> allocatedSizeBelow(const std::string& path, std::size_t maxThreads,
-                                               const std::function<bool()>& isWanted) {
   FileDescriptor folder = openFolder(path.c_str());
   if (!folder.isOpen()) return 0;
-  const std::int64_t total = SharedWalk(maxThreads, isWanted).run(std::move(folder));
-  return isWanted() ? std::optional(total) : std::nullopt;
+  return SharedWalk(maxThreads).run(std::move(folder));
 }
 
 }  // namespace lumisk

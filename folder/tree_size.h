@@ -2,8 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <optional>
 #include <string>
 
 namespace lumisk {
@@ -16,10 +14,5 @@ namespace lumisk {
 /// Works on up to `maxThreads` threads, the caller's always included; for a small tree on the
 /// caller's alone. A sum beyond the largest signed 64-bit number ends the program.
 std::int64_t allocatedSizeBelow(const std::string& path, std::size_t maxThreads);
-
-/// The same, but gives up, with nothing, when `isWanted` says no. It is asked before each folder,
-/// on whichever thread walks it.
-std::optional<std::int64_t> allocatedSizeBelow(const std::string& path, std::size_t maxThreads,
-                                               const std::function<bool()>& isWanted);
 
 }  // namespace lumisk

@@ -159,40 +159,6 @@ TEST_F(FolderLoader, BlocksMayLandAfterTheViewHasGone) {
   EXPECT_EQ(desktop_.mainQueue.size(), 0U);
 }
 
-TEST_F(FolderLoader, TheWalkEndsWhenTheLastCopyOfTheViewHasGone) {
-  const FolderViewState state(FolderState{.folderURL = urlOf(folder_.path()),
-                                          .dateFormatter = desktop_.platform.makeDateFormatter()});
-  auto view = std::make_shared<const FolderViewPresence>();
-  loadFolderContents(state, desktop_.platform, view);
-  loadFolderContents(state, desktop_.platform, view);
-  const std::vector<Task> walks = desktop_.backgroundQueue.take();
-  const auto copy = view;
-  view.reset();
-  walks.at(0)();
-  desktop_.mainQueue.runAll();
-  EXPECT_EQ(state->folderSizeStr, "0 B") << "a copy is still there";
-
-  const FolderViewState other(FolderState{.folderURL = urlOf(folder_.path()),
-                                          .dateFormatter = desktop_.platform.makeDateFormatter()});
-  view = std::make_shared<const FolderViewPresence>();
-  loadFolderContents(other, desktop_.platform, view);
-  view.reset();
-  desktop_.backgroundQueue.runAll();
-  EXPECT_EQ(desktop_.mainQueue.size(), 3U) << "the state is handed over all the same";
-  desktop_.mainQueue.runAll();
-  EXPECT_EQ(other->folderSizeStr, std::nullopt);
-}
-
-TEST_F(FolderLoader, CopiesOfAViewAreOneView) {
-  auto view = std::make_unique<FolderPreviewView>(urlOf(folder_.path()), desktop_.platform);
-  view->onAppear();
-  const FolderPreviewView copy = *view;
-  view.reset();
-  desktop_.backgroundQueue.runAll();
-  desktop_.mainQueue.runAll();
-  expectLoaded(copy.state());
-}
-
 // The state's last owner ends it, so that must not be a background thread.
 TEST_F(FolderLoader, TheSizeTaskHandsTheStateOver) {
   std::weak_ptr<const DateFormatter> partOfTheState;

@@ -7,7 +7,6 @@
 #include <sys/un.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <filesystem>
 #include <random>
@@ -43,25 +42,6 @@ TEST(FolderSize, AFileCountsItsBlocks) {
   const TemporaryFolder folder;
   writeAll(folder / "file", "x");
   EXPECT_EQ(sizeOf(folder.path()), allocatedSizeOf(folder / "file"));
-}
-
-TEST(FolderSize, AWalkThatNobodyWantsAnyMoreEnds) {
-  const TemporaryFolder folder;
-  constexpr int kFolders = 300;
-  for (int i = 0; i < kFolders; ++i)
-    std::filesystem::create_directory(folder / ("sub" + std::to_string(i)));
-  for (const std::size_t threads : {1U, 4U}) {
-    for (const int wanted : {0, 10, 100}) {
-      std::atomic<int> asked = 0;
-      const auto isWanted = [&] { return ++asked <= wanted; };
-      EXPECT_EQ(allocatedSizeBelow(folder.path().native(), threads, isWanted), std::nullopt);
-      // Each thread asks once more for each share that it has been given.
-      EXPECT_LT(asked, wanted + 100) << threads;
-    }
-    std::atomic<int> asked = 0;
-    EXPECT_EQ(allocatedSizeBelow(folder.path().native(), threads, [&] { return ++asked > 0; }), 0);
-    EXPECT_GT(asked, kFolders);
-  }
 }
 
 TEST(FolderSize, FoldersThemselvesCountNothing) {
