@@ -114,8 +114,7 @@ void Panel::show(const FileURL& url) {
     presentation_->onChanged = [this] { contentChanged(); };
   }
   updateHeader();
-  fitWindow();
-  gtk_window_present(window_);
+  appear();
 }
 
 void Panel::showUnavailable(const std::string& title, const std::string& sentence) {
@@ -127,9 +126,17 @@ void Panel::showUnavailable(const std::string& title, const std::string& sentenc
   facts_.name = title;
   setContent(statusPageNew({facts_.iconName, title, sentence, {}}, nullptr));
   updateHeader();
-  fitWindow();
-  gtk_window_present(window_);
+  appear();
 }
+
+/// A window that is there stays where it is among the others: who walks on in the file manager
+/// keeps the keyboard.
+void Panel::appear() {
+  fitWindow();
+  if (!isVisible()) present();
+}
+
+void Panel::present() { gtk_window_present(window_); }
 
 void Panel::close() {
   if (!isVisible()) return;

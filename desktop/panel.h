@@ -34,10 +34,13 @@ class Panel {
   Panel& operator=(const Panel&) = delete;
   ~Panel();
 
-  /// Shows the item, in the place of what was shown before.
+  /// Shows the item, in the place of what was shown before. The window appears if it is not there;
+  /// else it comes no further forward.
   void show(const FileURL& url);
   /// Shows a calm page instead of an item: there is none, for the reason that `sentence` gives.
   void showUnavailable(const std::string& title, const std::string& sentence);
+  /// Brings the window forward and gives it the keyboard.
+  void present();
   /// Lets go of what is shown and takes the window off the screen.
   void close();
   void perform(Command command);
@@ -63,6 +66,7 @@ class Panel {
   GtkWidget* buildHeader();
   GtkWidget* buildContent();
   void addKeys();
+  void appear();
   void fitWindow();
   void showStatus(const ErrorRecord& error);
   void showCrash();

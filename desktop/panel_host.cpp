@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "desktop/activation.h"
 #include "desktop/parent_window.h"
 #include "desktop/service/window_handle.h"
 #include "desktop/texts.h"
@@ -77,14 +78,14 @@ void PanelHost::show(const PreviewRequest& request) {
       if (selectionEvent_) selectionEvent_(directionOf(step));
     };
   }
-  if (!request.activationToken.empty()) {
-    gtk_window_set_startup_id(shown.window(), request.activationToken.c_str());
-  }
+  if (!wasVisible || request.comesForward)
+    setActivationToken(shown.window(), request.activationToken);
   if (const auto* url = std::get_if<FileURL>(&request.item)) {
     shown.show(*url);
   } else {
     shown.showUnavailable(request.uri, sentenceOf(std::get<NoItemReason>(request.item)));
   }
+  if (wasVisible && request.comesForward) shown.present();
   if (!wasVisible && visibilityChanged_) visibilityChanged_();
 }
 
@@ -117,7 +118,7 @@ void PanelHost::setOnSelectionEvent(std::function<void(SelectionDirection)> hand
 }
 
 void PanelHost::present() {
-  if (isVisible()) gtk_window_present(parts_->panel.window());
+  if (isVisible()) parts_->panel.present();
 }
 
 }  // namespace lumisk::desktop

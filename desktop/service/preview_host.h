@@ -28,6 +28,9 @@ struct PreviewRequest {
   /// Shows the compositor that the person asked for this window; "" when the caller sent none.
   std::string activationToken = {};
   Arrows arrows = Arrows::Select;
+  /// Whether the person asked to see it, and not just chose another item while a preview was there:
+  /// a walk through the file manager must leave the keyboard where it is.
+  bool comesForward = false;
 };
 
 /// Which way the person wants the selection in the file manager to go; the values of GTK's own
@@ -39,7 +42,7 @@ class PreviewHost {
  public:
   virtual ~PreviewHost() = default;
 
-  /// Shows the item in the window that is there, or opens one; in either case brings it forward.
+  /// Shows the item in the window that is there, or opens one.
   virtual void show(const PreviewRequest& request) = 0;
   /// Hides the window; nothing when there is none.
   virtual void close() = 0;

@@ -30,6 +30,8 @@ void PreviewSession::showFile(const ShowCall& call) {
   }
   walk_.clear();
   want(call);
+  // Whoever wants it closed by the same call pressed the key for it; otherwise the selection moved.
+  waiting_->comesForward = call.closeIfAlreadyShown;
 }
 
 void PreviewSession::open(std::vector<std::string> uris, const std::string& activationToken) {
@@ -38,7 +40,8 @@ void PreviewSession::open(std::vector<std::string> uris, const std::string& acti
   place_ = 0;
   want({.uri = walk_.front(),
         .activationToken = activationToken,
-        .arrows = walk_.size() > 1 ? Arrows::Select : Arrows::Scroll});
+        .arrows = walk_.size() > 1 ? Arrows::Select : Arrows::Scroll,
+        .comesForward = true});
 }
 
 void PreviewSession::close() {
@@ -76,7 +79,8 @@ void PreviewSession::carryOut() {
                 .item = std::move(item),
                 .parentHandle = call.parentHandle,
                 .activationToken = call.activationToken,
-                .arrows = call.arrows});
+                .arrows = call.arrows,
+                .comesForward = call.comesForward});
     if (onShown) onShown();
   });
 }

@@ -19,6 +19,7 @@ struct ShowCall {
   bool closeIfAlreadyShown = false;
   std::string activationToken = {};
   Arrows arrows = Arrows::Select;
+  bool comesForward = false;  // ours, too; see `PreviewRequest`
 };
 
 /// Decides what the preview window does for each call.

@@ -184,6 +184,19 @@ TEST_F(PreviewSessionTest, OpeningWhatIsShownBringsItForward) {
   EXPECT_EQ(host_.closeCount, 0);
 }
 
+TEST_F(PreviewSessionTest, OnlyWhatAPersonAskedToSeeComesForward) {
+  callAndWait(kA, true);   // Space
+  callAndWait(kB, false);  // another selection
+  callAndWait(kC, true);   // Space, on another item
+  session_.open({kA, kB}, "");
+  test::runPending();
+  session_.moveSelection(SelectionDirection::Right);
+  test::runPending();
+  std::vector<bool> comesForward;
+  for (const PreviewRequest& request : host_.shown) comesForward.push_back(request.comesForward);
+  EXPECT_THAT(comesForward, ElementsAre(true, false, true, true, false));
+}
+
 TEST_F(PreviewSessionTest, OpeningNothingIsNothing) {
   session_.open({}, "");
   EXPECT_FALSE(session_.isBusy());
