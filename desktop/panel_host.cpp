@@ -58,6 +58,7 @@ Panel& PanelHost::panel() {
   parts_ = std::make_unique<Parts>(files_);
   Panel& panel = parts_->panel;
   panel.onClosed = [this] {
+    if (!isToldToClose_ && closedByPerson_) closedByPerson_();
     if (visibilityChanged_) visibilityChanged_();
   };
   panel.onQuit = [this] {
@@ -99,7 +100,10 @@ void PanelHost::setParent(const std::string& handle) {
 }
 
 void PanelHost::close() {
-  if (parts_) parts_->panel.close();
+  if (!parts_) return;
+  isToldToClose_ = true;
+  parts_->panel.close();
+  isToldToClose_ = false;
 }
 
 void PanelHost::warmUp() {
@@ -111,6 +115,10 @@ bool PanelHost::isVisible() const { return parts_ && parts_->panel.isVisible(); 
 
 void PanelHost::setOnVisibilityChanged(std::function<void()> handler) {
   visibilityChanged_ = std::move(handler);
+}
+
+void PanelHost::setOnClosedByPerson(std::function<void()> handler) {
+  closedByPerson_ = std::move(handler);
 }
 
 void PanelHost::setOnSelectionEvent(std::function<void(SelectionDirection)> handler) {

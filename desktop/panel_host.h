@@ -30,6 +30,7 @@ class PanelHost final : public PreviewHost {
   std::string parentHandle() const override { return isVisible() ? parentHandle_ : ""; }
 
   void setOnVisibilityChanged(std::function<void()> handler) override;
+  void setOnClosedByPerson(std::function<void()> handler) override;
   void setOnSelectionEvent(std::function<void(SelectionDirection)> handler) override;
 
   /// Brings the window forward, if it is there.
@@ -46,7 +47,9 @@ class PanelHost final : public PreviewHost {
   std::unique_ptr<Parts> parts_;
   std::string uri_;
   std::string parentHandle_;
+  bool isToldToClose_ = false;
   std::function<void()> visibilityChanged_;
+  std::function<void()> closedByPerson_;
   std::function<void(SelectionDirection)> selectionEvent_;
 };
 

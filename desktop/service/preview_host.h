@@ -56,6 +56,9 @@ class PreviewHost {
 
   /// `handler` is called after the window has appeared and after it has gone.
   virtual void setOnVisibilityChanged(std::function<void()> handler) = 0;
+  /// `handler` is called when the window has gone because the person wanted it to, and not by
+  /// `close`; before the one for the visibility.
+  virtual void setOnClosedByPerson(std::function<void()> handler) = 0;
   /// `handler` is called when the person presses an arrow key that the preview does not use itself.
   virtual void setOnSelectionEvent(std::function<void(SelectionDirection)> handler) = 0;
 };

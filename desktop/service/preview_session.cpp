@@ -6,6 +6,11 @@ namespace lumisk::desktop {
 
 namespace {
 
+/// In which the news that the window has gone reaches a file manager, even a busy one; too short
+/// for anybody to choose another item and to want it shown.
+constexpr std::int64_t kNewsInMilliseconds = 300;
+constexpr std::int64_t kMicrosecondsInMillisecond = 1000;
+
 // "file:///a%20b" and "file:/a b" are one file; other schemes have no common form.
 bool nameTheSame(const std::string& one, const std::string& other) {
   if (one == other) return true;
@@ -20,14 +25,23 @@ bool isForward(SelectionDirection direction) {
 
 }  // namespace
 
-PreviewSession::PreviewSession(PreviewHost& host, ItemResolver& resolver)
-    : host_(host), resolver_(resolver) {}
+PreviewSession::PreviewSession(PreviewHost& host, ItemResolver& resolver, Clock clock)
+    : host_(host), resolver_(resolver), clock_(std::move(clock)) {
+  host_.setOnClosedByPerson([this] { personClosed(); });
+}
+
+PreviewSession::~PreviewSession() { host_.setOnClosedByPerson({}); }
+
+PreviewSession::Clock PreviewSession::monotonicClock() {
+  return [] { return g_get_monotonic_time() / kMicrosecondsInMillisecond; };
+}
 
 void PreviewSession::showFile(const ShowCall& call) {
   if (isAlready(call.uri)) {
     if (call.closeIfAlreadyShown) close();
     return;
   }
+  if (isOutdated(call)) return;
   walk_.clear();
   want(call);
   // Whoever wants it closed by the same call pressed the key for it; otherwise the selection moved.
@@ -45,11 +59,21 @@ void PreviewSession::open(std::vector<std::string> uris, const std::string& acti
 }
 
 void PreviewSession::close() {
+  forget();
+  if (host_.isVisible()) host_.close();
+}
+
+// What was still being looked up must not bring the window back.
+void PreviewSession::personClosed() {
+  forget();
+  closedByPersonAt_ = clock_();
+}
+
+void PreviewSession::forget() {
   later_.cancel();
   resolver_.cancel();
   waiting_.reset();
   walk_.clear();
-  if (host_.isVisible()) host_.close();
 }
 
 bool PreviewSession::moveSelection(SelectionDirection direction) {
@@ -66,6 +90,13 @@ bool PreviewSession::isAlready(const std::string& uri) const {
   return host_.isVisible() && nameTheSame(host_.currentUri(), uri);
 }
 
+// The file manager whose window it was, told by an arrow key to select another item, says so to a
+// preview that the person has closed meanwhile.
+bool PreviewSession::isOutdated(const ShowCall& call) const {
+  if (call.closeIfAlreadyShown || isBusy() || !closedByPersonAt_) return false;
+  return call.parentHandle == lastParent_ && clock_() - *closedByPersonAt_ < kNewsInMilliseconds;
+}
+
 void PreviewSession::want(const ShowCall& call) {
   resolver_.cancel();
   waiting_ = call;
@@ -75,6 +106,7 @@ void PreviewSession::want(const ShowCall& call) {
 void PreviewSession::carryOut() {
   resolver_.resolve(waiting_->uri, [this](ItemOrReason item) {
     const ShowCall call = *std::exchange(waiting_, std::nullopt);
+    lastParent_ = call.parentHandle;
     host_.show({.uri = call.uri,
                 .item = std::move(item),
                 .parentHandle = call.parentHandle,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -28,14 +29,22 @@ struct ShowCall {
 ///   Space again), else nothing happens (its selection moved to where it was).
 /// - Another item: the window is used again.
 ///
+/// - The selection moved, says a call that comes just after the person closed the window: the
+/// caller
+///   had not heard of that yet, and nothing happens.
+///
 /// A call is only noted and carried out in a later turn of the main loop, so callers are answered
 /// first and of many calls that wait in line the last one alone is loaded.
 class PreviewSession {
  public:
-  PreviewSession(PreviewHost& host, ItemResolver& resolver);
+  /// Milliseconds of a clock that only goes forward.
+  using Clock = std::function<std::int64_t()>;
+
+  /// The first two are borrowed.
+  PreviewSession(PreviewHost& host, ItemResolver& resolver, Clock clock = monotonicClock());
   PreviewSession(const PreviewSession&) = delete;
   PreviewSession& operator=(const PreviewSession&) = delete;
-  ~PreviewSession() = default;
+  ~PreviewSession();
 
   void showFile(const ShowCall& call);
   /// Shows the first of these, in a window of its own right; the arrow keys then walk through them.
@@ -52,17 +61,25 @@ class PreviewSession {
   std::function<void()> onShown;
 
  private:
+  static Clock monotonicClock();
+  void personClosed();
+  void forget();
   bool isAlready(const std::string& uri) const;
+  bool isOutdated(const ShowCall& call) const;
   void want(const ShowCall& call);
   void carryOut();
 
   PreviewHost& host_;
   ItemResolver& resolver_;
+  Clock clock_;
   /// The call to be carried out, until the host has been told.
   std::optional<ShowCall> waiting_;
   Deferred later_;
   std::vector<std::string> walk_;
   std::size_t place_ = 0;
+  /// Whose item the host was told to show last.
+  std::string lastParent_;
+  std::optional<std::int64_t> closedByPersonAt_;
 };
 
 }  // namespace lumisk::desktop

@@ -22,12 +22,21 @@ class FakePreviewHost final : public PreviewHost {
     const bool wasVisible = std::exchange(isVisible_, false);
     if (wasVisible && visibilityChanged_) visibilityChanged_();
   }
+  /// The person presses a key that closes the window.
+  void closeByPerson() {
+    isVisible_ = false;
+    if (closedByPerson_) closedByPerson_();
+    if (visibilityChanged_) visibilityChanged_();
+  }
   void warmUp() override { ++warmUpCount; }
   bool isVisible() const override { return isVisible_; }
   std::string currentUri() const override { return isVisible_ ? shown.back().uri : ""; }
   std::string parentHandle() const override { return isVisible_ ? shown.back().parentHandle : ""; }
   void setOnVisibilityChanged(std::function<void()> handler) override {
     visibilityChanged_ = std::move(handler);
+  }
+  void setOnClosedByPerson(std::function<void()> handler) override {
+    closedByPerson_ = std::move(handler);
   }
   void setOnSelectionEvent(std::function<void(SelectionDirection)> handler) override {
     press = std::move(handler);
@@ -48,6 +57,7 @@ class FakePreviewHost final : public PreviewHost {
  private:
   bool isVisible_ = false;
   std::function<void()> visibilityChanged_;
+  std::function<void()> closedByPerson_;
 };
 
 }  // namespace lumisk::desktop::test

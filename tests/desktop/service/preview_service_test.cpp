@@ -331,7 +331,7 @@ TEST_F(PreviewServiceTest, StaysWhileSomethingIsShown) {
   longTime.after(200, [&] { isOver = true; });
   ASSERT_TRUE(runUntil([&] { return isOver; }));
   EXPECT_FALSE(hasIdled_);
-  host_.close();
+  host_.closeByPerson();
   EXPECT_TRUE(runUntil([&] { return hasIdled_; }));
 }
 
@@ -351,7 +351,7 @@ TEST_F(PreviewServiceTest, WarmsUpOnlyWhenNothingIsShown) {
   ASSERT_TRUE(waitForShown(1));
   test::runPending();
   EXPECT_EQ(host_.warmUpCount, 1);
-  host_.close();
+  host_.closeByPerson();
   EXPECT_TRUE(runUntil([&] { return host_.warmUpCount == 2; }));
 }
 

@@ -43,7 +43,8 @@ class PreviewSessionTest : public testing::Test {
 
   FakePreviewHost host_;
   FakeResolver resolver_;
-  PreviewSession session_ = PreviewSession(host_, resolver_);
+  std::int64_t now_ = 0;  // milliseconds
+  PreviewSession session_{host_, resolver_, [this] { return now_; }};
 };
 
 constexpr const char* kA = "file:///folder/a.md";
@@ -98,9 +99,56 @@ TEST_F(PreviewSessionTest, AFileIsTheSameHoweverItIsWritten) {
 
 TEST_F(PreviewSessionTest, AfterThePersonClosedItTheSameFileOpensAgain) {
   callAndWait(kA, true);
-  host_.close();
+  host_.closeByPerson();
   callAndWait(kA, true);
   EXPECT_TRUE(host_.isVisible());
+}
+
+TEST_F(PreviewSessionTest, WhatThePersonClosedStaysClosedWhileAnItemIsLookedUp) {
+  callAndWait(kA, true);
+  resolver_.isSlow = true;
+  callAndWait(kB, false);
+  host_.closeByPerson();
+  EXPECT_FALSE(resolver_.waiting) << "nobody waits for it any more";
+  EXPECT_FALSE(session_.isBusy());
+}
+
+TEST_F(PreviewSessionTest, WhatThePersonClosedStaysClosedInTheTurnBeforeACall) {
+  callAndWait(kA, true);
+  call(kB, false);
+  host_.closeByPerson();
+  test::runPending();
+  EXPECT_FALSE(host_.isVisible());
+  EXPECT_THAT(host_.shownUris(), ElementsAre(kA));
+}
+
+TEST_F(PreviewSessionTest, ASelectionThatWasUnderWayDoesNotReopenIt) {
+  struct Row {
+    const char* label;
+    ShowCall call;
+    std::int64_t after;  // milliseconds
+    bool isPersonsClosing;
+    bool isShown;
+  };
+  const Row rows[] = {
+      {"under way", {.uri = kB, .parentHandle = "x11:3a"}, 0, true, false},
+      {"a slow one", {.uri = kB, .parentHandle = "x11:3a"}, 299, true, false},
+      {"a new one", {.uri = kB, .parentHandle = "x11:3a"}, 300, true, true},
+      {"Space", {.uri = kB, .parentHandle = "x11:3a", .closeIfAlreadyShown = true}, 0, true, true},
+      {"another window's", {.uri = kB, .parentHandle = "x11:3b"}, 0, true, true},
+      {"after the caller's own Close", {.uri = kB, .parentHandle = "x11:3a"}, 0, false, true},
+  };
+  for (const Row& row : rows) {
+    session_.showFile({.uri = kA, .parentHandle = "x11:3a", .closeIfAlreadyShown = true});
+    test::runPending();
+    row.isPersonsClosing ? host_.closeByPerson() : session_.close();
+    now_ += row.after;
+    session_.showFile(row.call);
+    test::runPending();
+    EXPECT_EQ(host_.isVisible(), row.isShown) << row.label;
+    session_.close();
+    now_ += 60'000;
+  }
 }
 
 TEST_F(PreviewSessionTest, OfManyWaitingCallsTheLastIsLoaded) {
