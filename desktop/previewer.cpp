@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "desktop/panel_host.h"
+#include "desktop/service/bus_names.h"
 #include "desktop/service/gio_item_resolver.h"
 #include "desktop/service/hand_over.h"
 #include "desktop/service/owned.h"
@@ -104,6 +105,10 @@ class Previewer {
   std::unique_ptr<PreviewSession> session_;
 };
 
+/// A service that has just ended gives up the file managers' names before its own, so that the bus
+/// may start this one while that one still shuts down; without its name this one could not be.
+constexpr unsigned kLongestFarewellInMilliseconds = 5'000;
+
 std::string uriOf(const std::string& argument) {
   const OwnedText scheme(g_uri_parse_scheme(argument.c_str()));
   const bool isOtherAddress = scheme && std::string_view(scheme.get()) != "file";
@@ -134,6 +139,10 @@ int openInPreviewer(const std::vector<std::string>& paths, const EngineFiles& fi
 }
 
 int servePreviewer(const EngineFiles& files) {
+  // Held until the program runs on it.
+  const auto bus =
+      GRef<GDBusConnection>::adopt(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  if (bus) waitUntilFree(bus.get(), kApplicationId, kLongestFarewellInMilliseconds);
   return Previewer(files, G_APPLICATION_IS_SERVICE).run({"lumisk-previewer"});
 }
 

@@ -22,4 +22,19 @@ void BusNames::claim(const std::vector<std::string>& names) {
 
 void BusNames::release() { claim({}); }
 
+bool waitUntilFree(GDBusConnection* connection, const char* name, unsigned longestMilliseconds) {
+  bool isFree = false;
+  const auto vanished = [](GDBusConnection*, const char*, gpointer free) {
+    *static_cast<bool*>(free) = true;
+  };
+  const guint watch = g_bus_watch_name_on_connection(
+      connection, name, G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr, vanished, &isFree, nullptr);
+  bool isOver = false;
+  Deferred limit;
+  limit.after(longestMilliseconds, [&] { isOver = true; });
+  while (!isFree && !isOver) g_main_context_iteration(nullptr, TRUE);
+  g_bus_unwatch_name(watch);
+  return isFree;
+}
+
 }  // namespace lumisk::desktop

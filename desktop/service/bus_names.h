@@ -34,4 +34,7 @@ class BusNames {
   std::vector<Claim> claims_;
 };
 
+/// Waits until nobody has the name, `longestMilliseconds` at most; returns whether nobody has.
+bool waitUntilFree(GDBusConnection* connection, const char* name, unsigned longestMilliseconds);
+
 }  // namespace lumisk::desktop

@@ -56,8 +56,8 @@ void PreviewService::somethingHappened() {
   idle_.after(times_.idleMilliseconds, [this] { goodbye(); });
 }
 
-// Whoever calls from now on starts a new service; calls that are under way still reach this one,
-// and keep it.
+// Whoever calls from now on has the bus start a new service, which waits until this one is gone;
+// calls that are under way still reach this one, and keep it.
 void PreviewService::goodbye() {
   held_.release();
   idle_.after(times_.farewellMilliseconds, [this] {

@@ -9,7 +9,9 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <string>
 #include <thread>
@@ -49,6 +51,21 @@ using testing::Not;
 
 /// How Files calls itself, its window and its part of the accessibility bus.
 constexpr const char* kFiles = "org.gnome.Nautilus";
+
+/// The process of the previewer on this desktop, whatever it answers to; 0 for none.
+pid_t previewerProcess() {
+  for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
+    const std::string name = entry.path().filename();
+    if (name.find_first_not_of("0123456789") != std::string::npos) continue;
+    std::error_code error;
+    if (fs::read_symlink(entry.path() / "exe", error).filename() != "lumisk-previewer") continue;
+    std::ifstream environment(entry.path() / "environ");
+    const std::string text(std::istreambuf_iterator<char>(environment), {});
+    if (text.find("HOME=" + std::string(std::getenv("HOME"))) != std::string::npos)
+      return std::stoi(name);
+  }
+  return 0;
+}
 
 class FileManagerTest : public testing::Test {
  protected:
@@ -134,6 +151,11 @@ class FileManagerTest : public testing::Test {
       if (shown && shown->place.x == place.x && shown->place.y > place.y) return other;
     }
     return "";
+  }
+  /// As after a long time with nothing shown, only at once.
+  static void endService() {
+    if (const pid_t service = serviceProcess(); service > 0) kill(service, SIGKILL);
+    ASSERT_TRUE(eventually([] { return previewerProcess() == 0; }));
   }
   bool hasFilesEnded() {
     return files_ == 0 || (waitpid(files_, nullptr, WNOHANG) == files_ && (files_ = 0) == 0);
@@ -235,6 +257,19 @@ TEST_F(FileManagerTest, AServiceThatWasKilledIsBackWithTheNextSpace) {
   ASSERT_TRUE(shows("a.md"));
   EXPECT_TRUE(showsText("First"));
   EXPECT_NE(serviceProcess(), killed);
+}
+
+TEST_F(FileManagerTest, ACallWhileTheServiceBeforeIsEndingIsServed) {
+  endService();
+  test::HeldName ending("org.lumisk.Previewer");
+  std::thread caller([&] { EXPECT_EQ(show(uri("a.md"), "", true).standardOutput, "()\n"); });
+  EXPECT_TRUE(eventually([] { return previewerProcess() != 0; })) << "the bus starts the next one";
+  // Long enough for one that does not wait to find the name taken and to end.
+  std::this_thread::sleep_for(std::chrono::seconds(1));
+  EXPECT_NE(previewerProcess(), 0);
+  ending.release();
+  caller.join();
+  EXPECT_TRUE(shows("a.md"));
 }
 
 TEST_F(FileManagerTest, EveryShapeOfCall) {

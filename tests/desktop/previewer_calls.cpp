@@ -1,7 +1,12 @@
 #include "previewer_calls.h"
 
+#include <gtest/gtest.h>
+
 #include <chrono>
 #include <thread>
+#include <utility>
+
+#include "desktop/service/owned.h"
 
 namespace lumisk::test {
 
@@ -40,6 +45,31 @@ bool isVisible() {
   return call("Get", {kPreviewerInterface, "Visible"}, kPreviewerName, kPreviewerPath,
               "org.freedesktop.DBus.Properties")
              .standardOutput == "(<true>,)\n";
+}
+
+HeldName::HeldName(const char* name)
+    : connection_(desktop::GRef<GDBusConnection>::adopt(
+          g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr))),
+      name_(name) {
+  desktop::ErrorSlot error;
+  constexpr guint32 kDoNotQueue = 4;
+  constexpr guint32 kOwner = 1;
+  const desktop::OwnedVariant answer(g_dbus_connection_call_sync(
+      connection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+      "RequestName", g_variant_new("(su)", name, kDoNotQueue), nullptr, G_DBUS_CALL_FLAGS_NONE, -1,
+      nullptr, &error));
+  ASSERT_TRUE(answer) << error.message();
+  guint32 standing = 0;
+  g_variant_get(answer.get(), "(u)", &standing);
+  EXPECT_EQ(standing, kOwner) << "somebody else has " << name;
+}
+
+void HeldName::release() {
+  if (name_ == nullptr) return;
+  const desktop::OwnedVariant answer(g_dbus_connection_call_sync(
+      connection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+      "ReleaseName", g_variant_new("(s)", std::exchange(name_, nullptr)), nullptr,
+      G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
 }
 
 pid_t serviceProcess() {

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <gio/gio.h>
 #include <sys/types.h>
 
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "desktop/gref.h"
 #include "support/process.h"
 
 namespace lumisk::test {
@@ -26,6 +28,20 @@ ProcessResult call(const std::string& method, const std::vector<std::string>& ar
 ProcessResult show(const std::string& uri, const std::string& handle, bool closes);
 /// Whether the service says that something is shown.
 bool isVisible();
+/// Holds a name on the session bus, as a program that is just ending does.
+class HeldName {
+ public:
+  explicit HeldName(const char* name);
+  HeldName(const HeldName&) = delete;
+  HeldName& operator=(const HeldName&) = delete;
+  ~HeldName() { release(); }
+  void release();
+
+ private:
+  desktop::GRef<GDBusConnection> connection_;
+  const char* name_;
+};
+
 /// The process that answers to the name; 0 for none.
 pid_t serviceProcess();
 

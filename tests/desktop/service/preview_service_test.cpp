@@ -83,6 +83,8 @@ class Client {
     });
   }
 
+  GDBusConnection* connection() const { return connection_.get(); }
+
   std::vector<std::string> answers;
   /// "Interface.Signal(arguments)".
   std::vector<std::string> signals;
@@ -353,6 +355,15 @@ TEST_F(PreviewServiceTest, WarmsUpOnlyWhenNothingIsShown) {
   EXPECT_EQ(host_.warmUpCount, 1);
   host_.closeByPerson();
   EXPECT_TRUE(runUntil([&] { return host_.warmUpCount == 2; }));
+}
+
+TEST_F(PreviewServiceTest, ANameIsWaitedForUntilItIsFree) {
+  startAndWait();
+  EXPECT_FALSE(waitUntilFree(client_->connection(), kFilesPreviewerName, 1)) << "within bounds";
+  Deferred later;
+  later.after(1, [&] { service_->answerTo({}); });
+  EXPECT_TRUE(waitUntilFree(client_->connection(), kFilesPreviewerName, 60'000));
+  EXPECT_TRUE(waitUntilFree(client_->connection(), "org.lumisk.Nobody", 60'000));
 }
 
 TEST_F(PreviewServiceTest, NamesCanBeGivenUpAndTakenBack) {
