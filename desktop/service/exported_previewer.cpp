@@ -41,7 +41,9 @@ ShowCall olderCall(GVariant* parameters) {
   g_variant_get(parameters, "(&sib)", &uri, &xid, &closeIfAlreadyShown);
   return {.uri = uri,
           .parentHandle = windowHandleOfXid(xid),
-          .closeIfAlreadyShown = closeIfAlreadyShown != FALSE};
+          .closeIfAlreadyShown = closeIfAlreadyShown != FALSE,
+          // Their interfaces have no signal for them.
+          .arrows = Arrows::Scroll};
 }
 
 }  // namespace

@@ -14,7 +14,8 @@
 namespace lumisk::desktop {
 
 /// The previewer's objects on one connection of the session bus: every interface that file managers
-/// call, in front of one session. Callers are answered at once; what they asked for comes after.
+/// call, in front of one session. A call is noted and answered at once; what it asked for is
+/// carried out in a later turn of the main loop, but for `Close`, which is done before the answer.
 class ExportedPreviewer {
  public:
   /// Both are borrowed.

@@ -173,6 +173,7 @@ TEST_F(PreviewServiceTest, AnswersEveryShapeOfCall) {
     GVariant* arguments;
     const char* parentHandle;
     const char* token;
+    Arrows arrows = Arrows::Select;
   };
   const Row rows[] = {
       {kFilesPreviewerName, kFilesPreviewerPath, kFilesInterface,
@@ -180,11 +181,11 @@ TEST_F(PreviewServiceTest, AnswersEveryShapeOfCall) {
       {kFilesPreviewerName, kFilesPreviewerPath, kFilesInterface,
        g_variant_new("(ssbs)", "file:///1", "wayland:w", FALSE, "token"), "wayland:w", "token"},
       {kFilesPreviewerName, kFilesPreviewerPath, kFilesOlderInterface,
-       g_variant_new("(sib)", "file:///2", 0x3a, FALSE), "x11:3a", ""},
+       g_variant_new("(sib)", "file:///2", 0x3a, FALSE), "x11:3a", "", Arrows::Scroll},
       {kFilesPreviewerName, kFilesPreviewerPath, kFilesOlderInterface,
-       g_variant_new("(sib)", "file:///3", 0, FALSE), "", ""},
+       g_variant_new("(sib)", "file:///3", 0, FALSE), "", "", Arrows::Scroll},
       {kNemoPreviewerName, kNemoPreviewerPath, kNemoInterface,
-       g_variant_new("(sib)", "file:///4", -1, FALSE), "", ""},
+       g_variant_new("(sib)", "file:///4", -1, FALSE), "", "", Arrows::Scroll},
       {kFilesPreviewerName, kFilesPreviewerPath, kFilesInterface,
        g_variant_new("(ssb)", "file:///5", "x11:0", FALSE), "x11:0", ""},
       {kFilesPreviewerName, kFilesPreviewerPath, kFilesInterface,
@@ -197,6 +198,7 @@ TEST_F(PreviewServiceTest, AnswersEveryShapeOfCall) {
     EXPECT_EQ(host_.shown[i].uri, "file:///" + std::to_string(i));
     EXPECT_EQ(host_.shown[i].parentHandle, row.parentHandle) << i;
     EXPECT_EQ(host_.shown[i].activationToken, row.token) << i;
+    EXPECT_EQ(host_.shown[i].arrows, row.arrows) << i;
   }
 }
 
