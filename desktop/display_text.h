@@ -12,4 +12,8 @@ std::string displayText(std::string_view text);
 /// The same on one line: line ends as their symbol too.
 std::string displayLine(std::string_view text);
 
+/// The same for a window's title, which somebody else may have chosen: at most the first kilobyte,
+/// with an ellipsis if that is not all, and other control characters as the replacement character.
+std::string displayTitle(std::string_view text);
+
 }  // namespace lumisk::desktop

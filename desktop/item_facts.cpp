@@ -47,7 +47,7 @@ void addIfAny(std::vector<std::string>& texts, std::string text) {
 ItemFacts readItemFacts(const FileURL& url, const Platform& platform) {
   ItemFacts facts;
   const std::string path = url.path();
-  facts.name = displayLine(url.lastPathComponent());
+  facts.name = displayTitle(url.lastPathComponent());
   facts.iconName = platform.icons.iconForFile(path, std::nullopt).name;
   const auto file = GRef<GFile>::adopt(g_file_new_for_path(path.c_str()));
   const auto info = GRef<GFileInfo>::adopt(

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "desktop/activation.h"
+#include "desktop/display_text.h"
 #include "desktop/parent_window.h"
 #include "desktop/service/window_handle.h"
 #include "desktop/texts.h"
@@ -84,7 +85,8 @@ void PanelHost::show(const PreviewRequest& request) {
   if (const auto* url = std::get_if<FileURL>(&request.item)) {
     shown.show(*url);
   } else {
-    shown.showUnavailable(request.uri, sentenceOf(std::get<NoItemReason>(request.item)));
+    shown.showUnavailable(displayTitle(request.uri),
+                          sentenceOf(std::get<NoItemReason>(request.item)));
   }
   if (wasVisible && request.comesForward) shown.present();
   if (!wasVisible && visibilityChanged_) visibilityChanged_();
