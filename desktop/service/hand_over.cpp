@@ -3,8 +3,10 @@
 #include <gio/gio.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <fstream>
+#include <string_view>
 
+#include "core/utf8.h"
 #include "desktop/gref.h"
 #include "desktop/service/owned.h"
 #include "desktop/service/previewer_names.h"
@@ -16,13 +18,21 @@ namespace {
 constexpr const char* kApplicationPath = "/org/lumisk/Previewer";
 constexpr unsigned kLongestStartInMilliseconds = 20'000;
 
-// What the compositor gave the program that a person started: shows that the window is wanted.
-const char* activationToken() {
-  for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
-    const char* const token = std::getenv(name);
-    if (token != nullptr && *token != '\0') return token;
+// The environment that the program was started with: where the toolkit is linked, it has taken the
+// tokens out of the present one before `main`.
+std::string variableAtStart(std::string_view name) {
+  std::ifstream environment("/proc/self/environ");
+  for (std::string entry; std::getline(environment, entry, '\0');) {
+    if (entry.starts_with(name) && entry.substr(name.size(), 1) == "=")
+      return entry.substr(name.size() + 1);
   }
-  return nullptr;
+  return {};
+}
+
+// What the compositor gave the program that a person started: shows that the window is wanted.
+std::string activationToken() {
+  const std::string token = variableAtStart("XDG_ACTIVATION_TOKEN");
+  return token.empty() ? variableAtStart("DESKTOP_STARTUP_ID") : token;
 }
 
 GVariant* openArguments(const std::vector<std::string>& uris) {
@@ -31,9 +41,11 @@ GVariant* openArguments(const std::vector<std::string>& uris) {
   for (const std::string& uri : uris) g_variant_builder_add(&list, "s", uri.c_str());
   GVariantBuilder hints;
   g_variant_builder_init(&hints, G_VARIANT_TYPE_VARDICT);
-  if (const char* token = activationToken()) {
-    g_variant_builder_add(&hints, "{sv}", "activation-token", g_variant_new_string(token));
-    g_variant_builder_add(&hints, "{sv}", "desktop-startup-id", g_variant_new_string(token));
+  const std::string token = activationToken();
+  // A message of the bus holds text alone.
+  if (!token.empty() && isValidUtf8(token)) {
+    for (const char* hint : {"activation-token", "desktop-startup-id"})
+      g_variant_builder_add(&hints, "{sv}", hint, g_variant_new_string(token.c_str()));
   }
   return g_variant_new("(asa{sv})", &list, &hints);
 }
