@@ -127,6 +127,20 @@ std::optional<AccessibleItem> AccessibleItems::itemNamed(const std::string& prog
   return std::nullopt;
 }
 
+bool AccessibleItems::showsText(const std::string& program, const std::string& text) const {
+  const std::optional<Node> root = programNamed(program);
+  std::vector<Node> waiting;
+  if (root) waiting.push_back(*root);
+  for (std::size_t count = 0; !waiting.empty() && count < kMostNodes; ++count) {
+    const Node node = waiting.back();
+    waiting.pop_back();
+    if (nameOf(node) == text) return true;
+    const std::vector<Node> children = childrenOf(node);
+    waiting.insert(waiting.end(), children.begin(), children.end());
+  }
+  return false;
+}
+
 std::optional<ScreenPlace> AccessibleItems::windowOf(const std::string& program) const {
   const std::optional<Node> root = programNamed(program);
   if (!root) return std::nullopt;

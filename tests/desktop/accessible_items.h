@@ -28,6 +28,8 @@ class AccessibleItems {
   /// The item under this name, once the program shows it.
   std::optional<AccessibleItem> itemNamed(const std::string& program,
                                           const std::string& name) const;
+  /// Whether the program shows exactly this text somewhere.
+  bool showsText(const std::string& program, const std::string& text) const;
   /// The size of the program's first window, without the shadow around it.
   std::optional<ScreenPlace> windowOf(const std::string& program) const;
 

@@ -36,6 +36,7 @@ using test::eventually;
 using test::isVisible;
 using test::kPreviewerName;
 using test::kPreviewerPath;
+using test::moveWindow;
 using test::pressKeys;
 using test::ProcessResult;
 using test::runProcess;
@@ -50,6 +51,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 /// How Files calls itself, its window and its part of the accessibility bus.
+constexpr int kWidestShadow = 60;  // around a window, and part of it for the display
 constexpr const char* kFiles = "org.gnome.Nautilus";
 
 /// The process of the previewer on this desktop, whatever it answers to; 0 for none.
@@ -66,6 +68,44 @@ pid_t previewerProcess() {
   }
   return 0;
 }
+
+/// As after a long time with nothing shown, only at once.
+void endService() {
+  if (const pid_t service = serviceProcess(); service > 0) kill(service, SIGKILL);
+  // The bus may not have heard of it yet.
+  ASSERT_TRUE(eventually([] { return previewerProcess() == 0 && serviceProcess() == 0; }));
+}
+
+/// Calls with arguments that are too long for a command line, each an expression of Python.
+void showByScript(const std::string& uri, const std::string& token) {
+  const std::string script =
+      "import dbus\n"
+      "preview = dbus.Interface(dbus.SessionBus().get_object('org.gnome.NautilusPreviewer',\n"
+      "    '/org/gnome/NautilusPreviewer'), 'org.gnome.NautilusPreviewer2')\n"
+      "preview.ShowFile(" +
+      uri + ", '', True, " + token + ", signature='ssbs')\n";
+  const ProcessResult result = runProcess({"/usr/bin/python3", "-c", script});
+  EXPECT_EQ(result.exitStatus, 0) << result.standardError;
+}
+
+/// The previewer that the bus starts, read out by assistive technology, until this object goes.
+class ServiceReadOut {
+ public:
+  ServiceReadOut() { startWith("atspi"); }
+  ServiceReadOut(const ServiceReadOut&) = delete;
+  ServiceReadOut& operator=(const ServiceReadOut&) = delete;
+  ~ServiceReadOut() { startWith(std::getenv("GTK_A11Y")); }
+
+ private:
+  static void startWith(const char* accessibility) {
+    EXPECT_EQ(
+        call("UpdateActivationEnvironment", {"{'GTK_A11Y': '" + std::string(accessibility) + "'}"},
+             "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
+            .standardOutput,
+        "()\n");
+    endService();
+  }
+};
 
 class FileManagerTest : public testing::Test {
  protected:
@@ -143,6 +183,14 @@ class FileManagerTest : public testing::Test {
     ASSERT_TRUE(selects(name));
     ASSERT_TRUE(hasKeyboard(files()));
   }
+  /// So that the preview covers no item.
+  void putSideBySide() const {
+    moveWindow(files(), 0, 0);
+    const ScreenPlace left = desktop_.placeOf(files());
+    moveWindow(preview(), left.x + left.width, 0);
+    ASSERT_TRUE(eventually(
+        [&] { return desktop_.placeOf(preview()).x >= left.x + left.width - kWidestShadow; }));
+  }
   /// The item under this one, however many fit into a row.
   std::string below(const std::string& name) const {
     const ScreenPlace place = item(name)->place;
@@ -151,11 +199,6 @@ class FileManagerTest : public testing::Test {
       if (shown && shown->place.x == place.x && shown->place.y > place.y) return other;
     }
     return "";
-  }
-  /// As after a long time with nothing shown, only at once.
-  static void endService() {
-    if (const pid_t service = serviceProcess(); service > 0) kill(service, SIGKILL);
-    ASSERT_TRUE(eventually([] { return previewerProcess() == 0; }));
   }
   bool hasFilesEnded() {
     return files_ == 0 || (waitpid(files_, nullptr, WNOHANG) == files_ && (files_ = 0) == 0);
@@ -222,11 +265,46 @@ TEST_F(FileManagerTest, KeysPressedInOneBreathAllCount) {
   pressKeys("space");
   ASSERT_TRUE(shows("a.md"));
   ASSERT_TRUE(hasKeyboard(preview()));
-  // Nobody waits for a page before walking on.
-  for (const char* key : {"Right", "Right", "Left", "Right", "Left"}) pressKeys(key);
+  // Nobody waits for a page before walking on. Each key that is lost leads to another item.
+  for (const char* key : {"Right", "Right", "Right"}) pressKeys(key);
+  EXPECT_TRUE(shows("d folder"));
+  EXPECT_TRUE(selects("d folder"));
+  for (const char* key : {"Right", "Left", "Left"}) pressKeys(key);
+  EXPECT_TRUE(shows("c.py"));
+  EXPECT_TRUE(showsText("third"));
+  EXPECT_TRUE(selects("c.py"));
+}
+
+TEST_F(FileManagerTest, EscapeAfterAnArrowIsTheEndOfIt) {
+  ASSERT_NO_FATAL_FAILURE(startFiles());
+  ASSERT_NO_FATAL_FAILURE(click("a.md"));
+  pressKeys("space");
+  ASSERT_TRUE(shows("a.md"));
+  ASSERT_TRUE(hasKeyboard(preview()));
+  for (const char* key : {"Right", "Escape"}) pressKeys(key);
+  EXPECT_TRUE(closes());
+  EXPECT_TRUE(selects("b.json")) << "Files has heard of the arrow, and told of it";
+  EXPECT_FALSE(isVisible());
+  EXPECT_TRUE(closes());
+}
+
+TEST_F(FileManagerTest, WhoWalksInFilesKeepsTheKeyboardThere) {
+  ASSERT_NO_FATAL_FAILURE(startFiles());
+  ASSERT_NO_FATAL_FAILURE(click("a.md"));
+  pressKeys("space");
+  ASSERT_TRUE(shows("a.md"));
+  ASSERT_TRUE(hasKeyboard(preview()));
+  ASSERT_NO_FATAL_FAILURE(putSideBySide());
+  ASSERT_NO_FATAL_FAILURE(click("b.json"));
   EXPECT_TRUE(shows("b.json"));
-  EXPECT_TRUE(showsText("second"));
-  EXPECT_TRUE(selects("b.json"));
+  pressKeys("Right");
+  EXPECT_TRUE(shows("c.py"));
+  EXPECT_TRUE(selects("c.py"));
+  EXPECT_TRUE(hasKeyboard(files()));
+  // In the preview the key would close the preview alone.
+  pressKeys("ctrl+w");
+  EXPECT_TRUE(closes());
+  EXPECT_TRUE(eventually([&] { return files() == 0; }));
 }
 
 TEST_F(FileManagerTest, ControlWInFilesClosesIt) {
@@ -291,6 +369,51 @@ TEST_F(FileManagerTest, EveryShapeOfCall) {
   EXPECT_TRUE(shows("d folder"));
 }
 
+TEST_F(FileManagerTest, ATokenReachesTheWindow) {
+  EXPECT_EQ(call("ShowFile", {uri("a.md"), "", "true", "'files-1-host-token'"}).standardOutput,
+            "()\n");
+  ASSERT_TRUE(shows("a.md"));
+  EXPECT_EQ(desktop_.startupIdOf(preview()), "files-1-host-token");
+  const pid_t service = serviceProcess();
+  showByScript("'" + uri("b.json") + "'", "'t' * 20000000");  // more than the display takes
+  EXPECT_TRUE(shows("b.json"));
+  EXPECT_EQ(serviceProcess(), service);
+}
+
+TEST_F(FileManagerTest, TheTokenOfACommandReachesTheWindow) {
+  for (const char* variable : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+    endService();
+    const std::string token = std::string("menu-1-host-") + variable;
+    ASSERT_EQ(runProcess({"/usr/bin/env", "-u", "DESKTOP_STARTUP_ID", variable + ("=" + token),
+                          LUMISK_COMMAND, (folder_ / "a.md").string()})
+                  .exitStatus,
+              0);
+    ASSERT_TRUE(shows("a.md"));
+    EXPECT_EQ(desktop_.startupIdOf(preview()), token);
+  }
+}
+
+TEST_F(FileManagerTest, BadCallsAreToldWhyInOneSentence) {
+  const ServiceReadOut readOut;
+  struct Row {
+    std::string address;
+    const char* sentence;
+  };
+  const Row rows[] = {
+      {uri("missing.md"), "This item is no longer there."},
+      {"no address", "This address does not name a file."},
+      {"file:///%zz", "This address does not name a file."},
+      {"file://elsewhere/x", "This address does not name a file."},
+      {"nowhere:///x", "This item is not stored on this computer."},
+      {"mtp://[usb:001,004]/a.md", "This item is not stored on this computer."},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(show(row.address, "", false).standardOutput, "()\n");
+    EXPECT_TRUE(eventually([&] { return items_.showsText("lumisk-previewer", row.sentence); }))
+        << row.address;
+  }
+}
+
 TEST_F(FileManagerTest, BadCallsGetACalmPageAndTheNextIsServed) {
   for (const char* handle :
        {"x11:zz", "x11:ffffffffffff", "wayland:nothing", "nonsense", "x11:7"}) {
@@ -306,6 +429,18 @@ TEST_F(FileManagerTest, BadCallsGetACalmPageAndTheNextIsServed) {
   }
   EXPECT_EQ(show(uri("b.json"), "", false).standardOutput, "()\n");
   EXPECT_TRUE(shows("b.json"));
+}
+
+TEST_F(FileManagerTest, AnAddressOfAnyLengthGetsATitleOfAFewWords) {
+  show(uri("a.md"), "", false);
+  ASSERT_TRUE(shows("a.md"));
+  const pid_t service = serviceProcess();
+  showByScript("'one\\ntwo' + 'x' * 2000000", "''");
+  ASSERT_TRUE(eventually([&] { return desktop_.titleOf(preview()).starts_with("one"); }));
+  const std::string title = desktop_.titleOf(preview());
+  EXPECT_LT(title.size(), 1100u);
+  EXPECT_EQ(title.find('\n'), std::string::npos);
+  EXPECT_EQ(serviceProcess(), service);
 }
 
 TEST_F(FileManagerTest, TwoHundredCallsEndWithTheLast) {
@@ -337,6 +472,35 @@ TEST_F(FileManagerTest, TheCommandReachesTheSameWindowAndReturns) {
   pressKeys("Right");
   EXPECT_TRUE(shows("c.py"));
   EXPECT_EQ(serviceProcess(), service);
+}
+
+TEST_F(FileManagerTest, WithoutABusTheWindowBelongsToTheCommand) {
+  ProcessResult result;
+  std::thread command([&] {
+    result =
+        runProcess({"/usr/bin/env", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere", LUMISK_COMMAND,
+                    (folder_ / "a.md").string(), (folder_ / "b.json").string()});
+  });
+  EXPECT_TRUE(shows("a.md"));
+  EXPECT_TRUE(hasKeyboard(preview()));
+  EXPECT_FALSE(isVisible()) << "the service knows nothing of it";
+  pressKeys("Right");
+  EXPECT_TRUE(shows("b.json"));
+  pressKeys("Escape");
+  EXPECT_TRUE(closes());
+  command.join();
+  EXPECT_EQ(result.exitStatus, 0) << result.standardError;
+}
+
+TEST_F(FileManagerTest, TheServiceEndsWhenNothingWasShownForLong) {
+  show(uri("a.md"), "", true);
+  ASSERT_TRUE(shows("a.md"));
+  const pid_t service = serviceProcess();
+  call("Close", {});
+  const auto isOver = [&] { return kill(service, 0) != 0; };
+  EXPECT_TRUE(eventually(isOver, std::chrono::minutes(3)));
+  show(uri("a.md"), "", true);
+  EXPECT_TRUE(shows("a.md"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gio/gio.h>
 #include <sys/types.h>
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
@@ -16,8 +17,9 @@ inline constexpr const char* kPreviewerName = "org.gnome.NautilusPreviewer";
 inline constexpr const char* kPreviewerPath = "/org/gnome/NautilusPreviewer";
 inline constexpr const char* kPreviewerInterface = "org.gnome.NautilusPreviewer2";
 
-/// Whether it becomes true within half a minute, which no test waits for on purpose.
-bool eventually(const std::function<bool()>& isTrue);
+/// Whether it becomes true within that time, which no test waits for on purpose.
+bool eventually(const std::function<bool()>& isTrue,
+                std::chrono::seconds longest = std::chrono::seconds(30));
 
 /// Calls what the session bus starts for the name, as a plain client; the answer is on standard
 /// output, such as "()\n".

@@ -123,6 +123,13 @@ WindowId XDesktop::parentOf(WindowId window) const {
   return parent;
 }
 
+std::string XDesktop::startupIdOf(WindowId window) const {
+  const Atom startupId = connection_->atom("_NET_STARTUP_ID");
+  const std::string own = text(window, startupId);
+  const auto leader = numbers(window, "WM_CLIENT_LEADER");
+  return !own.empty() || leader.empty() ? own : text(leader.front(), startupId);
+}
+
 ScreenPlace XDesktop::placeOf(WindowId window) const {
   XWindowAttributes attributes;
   if (XGetWindowAttributes(connection_->display, window, &attributes) == 0) return {};
@@ -182,6 +189,11 @@ void pressKeys(const std::string& keys) { runXdotool({"key", "--clearmodifiers",
 
 void clickAt(int x, int y) {
   runXdotool({"mousemove", "--sync", std::to_string(x), std::to_string(y), "click", "1"});
+}
+
+void moveWindow(WindowId window, int x, int y) {
+  runXdotool(
+      {"windowmove", "--sync", std::to_string(window), std::to_string(x), std::to_string(y)});
 }
 
 void activateWindow(WindowId window) {

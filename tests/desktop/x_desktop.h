@@ -30,6 +30,8 @@ class XDesktop {
   std::string titleOf(WindowId window) const;
   /// The window that this one belongs to.
   WindowId parentOf(WindowId window) const;
+  /// The token of whoever asked for the window, or for the first of its program; empty without one.
+  std::string startupIdOf(WindowId window) const;
   ScreenPlace placeOf(WindowId window) const;
   /// Whether keys go to this window, by the word of the server and of the window manager.
   bool hasKeyboard(WindowId window) const;
@@ -49,6 +51,8 @@ class XDesktop {
 /// Presses keys or turns to the mouse as a person would, in the notation of xdotool.
 void pressKeys(const std::string& keys);
 void clickAt(int x, int y);
+/// Moves the window as a person would drag it there.
+void moveWindow(WindowId window, int x, int y);
 /// Has the window manager bring the window forward, as its key for that does.
 void activateWindow(WindowId window);
 
