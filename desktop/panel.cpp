@@ -8,6 +8,7 @@
 #include "desktop/document_control.h"
 #include "desktop/panel_menu.h"
 #include "desktop/service/owned.h"
+#include "desktop/service/previewer_names.h"
 #include "desktop/status_page.h"
 #include "desktop/style.h"
 #include "desktop/texts.h"
@@ -52,6 +53,7 @@ Panel::~Panel() {
 
 void Panel::buildWindow() {
   window_ = GTK_WINDOW(adw_window_new());
+  gtk_window_set_icon_name(window_, kApplicationId);
   installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
   findBar_ = std::make_unique<FindBar>(
       [this] { return content() == nullptr ? ShownDocument() : findShownDocument(content()); });

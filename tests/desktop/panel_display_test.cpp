@@ -21,6 +21,23 @@ TEST_F(PanelTest, IsTitledByTheItem) {
   EXPECT_STREQ(gtk_window_get_title(panel_->window()), "data.csv");
 }
 
+TEST_F(PanelTest, HasTheIconOfTheProgram) {
+  EXPECT_STREQ(gtk_window_get_icon_name(panel_->window()), "org.lumisk.Previewer");
+}
+
+TEST_F(PanelTest, AnotherItemLeavesTheKeyboardWhereItIs) {
+  open("long.md");
+  GtkWidget* other = gtk_window_new();
+  gtk_window_present(GTK_WINDOW(other));
+  ASSERT_TRUE(runUntil([&] { return gtk_window_is_active(GTK_WINDOW(other)) == TRUE; }));
+  panel_->show(FileURL::fromPath((folder_ / "data.csv").string()));
+  runFor(300);
+  EXPECT_TRUE(gtk_window_is_active(GTK_WINDOW(other)));
+  panel_->present();
+  EXPECT_TRUE(runUntil([&] { return gtk_window_is_active(panel_->window()) == TRUE; }));
+  gtk_window_destroy(GTK_WINDOW(other));
+}
+
 TEST_F(PanelTest, SpaceCloses) {
   open("long.md");
   press("space");
