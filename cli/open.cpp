@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <system_error>
+#include <variant>
 #include <vector>
 
 #include "cli/arguments.h"
@@ -37,18 +38,20 @@ bool isAddressOfAnotherKind(const std::string& argument) {
          access(argument.c_str(), F_OK) != 0;
 }
 
-/// The address to hand over, or nothing after having said what is wrong with it.
-std::optional<std::string> addressOf(const std::string& argument) {
+int complainOfForeignFile(const std::string& argument) {
+  complain("'" + argument + "' is not the URI of a file on this machine");
+  return kExitUsage;
+}
+
+/// The address to hand over, or the exit status after having said what is wrong with it.
+std::variant<std::string, int> addressOf(const std::string& argument) {
   if (isAddressOfAnotherKind(argument)) return argument;
   const std::optional<FileURL> url = fileURLOfArgument(argument);
-  if (!url) {
-    complain("'" + argument + "' is not the URI of a file on this machine");
-    return std::nullopt;
-  }
+  if (!url) return complainOfForeignFile(argument);
   struct stat status = {};
   if (stat(url->path().c_str(), &status) != 0) {
     complain("cannot show '" + argument + "': " + std::generic_category().message(errno));
-    return std::nullopt;
+    return kExitFailure;
   }
   return url->absoluteString();
 }
@@ -85,9 +88,9 @@ int runInPreviewer(const char* command, const std::vector<std::string>& rest, co
 int runOpen(const Arguments& arguments) {
   std::vector<std::string> addresses;
   for (const std::string& path : arguments.paths) {
-    std::optional<std::string> address = addressOf(path);
-    if (!address) return kExitFailure;
-    addresses.push_back(*std::move(address));
+    auto address = addressOf(path);
+    if (const int* status = std::get_if<int>(&address)) return *status;
+    addresses.push_back(std::get<std::string>(std::move(address)));
   }
   return runInPreviewer("open", addresses, "to show it on; lumisk page writes the page of a file");
 }

@@ -8,6 +8,7 @@
 #include "desktop/previewer_arguments.h"
 #include "desktop/service/hand_over.h"
 #include "desktop/snapshot.h"
+#include "platform/argument_url.h"
 #include "platform/terminal_text.h"
 
 namespace {
@@ -34,7 +35,11 @@ int complain(int status, std::string_view sentence) {
 
 /// Asked of the environment, not of the toolkit: whoever only hands over should not start it.
 bool hasDisplay() {
-  return g_getenv("WAYLAND_DISPLAY") != nullptr || g_getenv("DISPLAY") != nullptr;
+  const auto isSet = [](const char* variable) {
+    const char* value = g_getenv(variable);
+    return value != nullptr && *value != '\0';
+  };
+  return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY");
 }
 
 int run(const OpenRequest& request) {
@@ -53,10 +58,25 @@ int run(const ReloadBusRequest&) {
 }
 
 int run(const SnapshotRequest& request) {
+  if (!lumisk::fileURLOfArgument(request.path))
+    return complain(kExitUsage,
+                    "what to take a picture of is not the URI of a file on this machine");
   if (gtk_init_check() == FALSE)
     return complain(kExitFailure,
                     "there is no display to draw on; \"xvfb-run lumisk snapshot\" brings its own");
   return takeSnapshot(request, findEngineFiles());
+}
+
+int run(const HelpRequest&) {
+  std::puts(
+      "Usage: lumisk-previewer [open] [--] PATH...\n"
+      "       lumisk-previewer snapshot [OPTION]... PATH PICTURE\n"
+      "       lumisk-previewer --gapplication-service\n"
+      "       lumisk-previewer reload-bus\n"
+      "\n"
+      "The preview window. The command lumisk and the session bus start it; see \"lumisk "
+      "--help\".");
+  return 0;
 }
 
 int run(const WrongUsage& usage) { return complain(kExitUsage, usage.sentence); }

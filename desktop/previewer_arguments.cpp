@@ -26,6 +26,8 @@ std::optional<Size> sizeIn(std::string_view text) {
   return Size{*width, *height};
 }
 
+bool isOption(std::string_view word) { return word.size() > 1 && word.front() == '-'; }
+
 /// Takes the words one by one; an option's value is "--size 800x600" or "--size=800x600".
 class SnapshotParser {
  public:
@@ -37,7 +39,7 @@ class SnapshotParser {
       const std::string_view word = words_[at_];
       if (!optionsEnded && word == "--")
         optionsEnded = true;
-      else if (!optionsEnded && word.size() > 1 && word.front() == '-')
+      else if (!optionsEnded && isOption(word))
         takeOption(word);
       else
         paths_.emplace_back(word);
@@ -79,20 +81,31 @@ class SnapshotParser {
   std::string error_;
 };
 
+PreviewerArguments parseOpen(const std::vector<std::string_view>& words) {
+  OpenRequest request;
+  bool optionsEnded = false;
+  const bool saysOpen = !words.empty() && words.front() == "open";
+  for (std::size_t i = saysOpen ? 1 : 0; i < words.size(); ++i) {
+    if (optionsEnded || !isOption(words[i]))
+      request.paths.emplace_back(words[i]);
+    else if (words[i] == "--")
+      optionsEnded = true;
+    else if (words[i] == "--help")
+      return HelpRequest{};
+    else
+      return WrongUsage{"unknown option " + std::string(words[i])};
+  }
+  if (request.paths.empty()) return WrongUsage{"open what? FILE is missing"};
+  return request;
+}
+
 }  // namespace
 
 PreviewerArguments parsePreviewerArguments(const std::vector<std::string_view>& words) {
   if (!words.empty() && words.front() == "snapshot") return SnapshotParser(words).parse();
   if (words.size() == 1 && words[0] == "--gapplication-service") return ServiceRequest{};
   if (words.size() == 1 && words[0] == "reload-bus") return ReloadBusRequest{};
-  OpenRequest request;
-  const bool saysOpen = !words.empty() && words.front() == "open";
-  for (std::size_t i = saysOpen ? 1 : 0; i < words.size(); ++i) {
-    if (words[i] == "--") continue;
-    request.paths.emplace_back(words[i]);
-  }
-  if (request.paths.empty()) return WrongUsage{"open what? FILE is missing"};
-  return request;
+  return parseOpen(words);
 }
 
 }  // namespace lumisk::desktop

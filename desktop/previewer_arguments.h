@@ -19,12 +19,14 @@ struct ServiceRequest {};
 /// To have the bus look at its service files again.
 struct ReloadBusRequest {};
 
+struct HelpRequest {};
+
 struct WrongUsage {
   std::string sentence;
 };
 
-using PreviewerArguments =
-    std::variant<OpenRequest, SnapshotRequest, ServiceRequest, ReloadBusRequest, WrongUsage>;
+using PreviewerArguments = std::variant<OpenRequest, SnapshotRequest, ServiceRequest,
+                                        ReloadBusRequest, HelpRequest, WrongUsage>;
 
 /// Reads the words after the program's name: files to open, a snapshot to take, or what
 /// the bus and `lumisk integrate` ask for.

@@ -14,11 +14,38 @@ SnapshotRequest snapshot(const std::vector<std::string_view>& words) {
 
 TEST(PreviewerArguments, FilesAreOpened) {
   for (const std::vector<std::string_view>& words :
-       {std::vector<std::string_view>{"a.md", "-b"}, {"open", "a.md", "-b"}}) {
+       {std::vector<std::string_view>{"a.md", "--", "-b"}, {"open", "--", "a.md", "-b"}}) {
     const PreviewerArguments arguments = parsePreviewerArguments(words);
     ASSERT_TRUE(std::holds_alternative<OpenRequest>(arguments));
     EXPECT_EQ(std::get<OpenRequest>(arguments).paths, (std::vector<std::string>{"a.md", "-b"}));
   }
+}
+
+TEST(PreviewerArguments, FilesNamedLikeOptionsAreOpenedAfterTheEndOfOptions) {
+  const PreviewerArguments arguments =
+      parsePreviewerArguments({"open", "-", "--", "--help", "--", "snapshot"});
+  ASSERT_TRUE(std::holds_alternative<OpenRequest>(arguments));
+  EXPECT_EQ(std::get<OpenRequest>(arguments).paths,
+            (std::vector<std::string>{"-", "--help", "--", "snapshot"}));
+}
+
+TEST(PreviewerArguments, HelpIsNoFile) {
+  for (const std::vector<std::string_view>& words :
+       {std::vector<std::string_view>{"--help"}, {"open", "--help"}, {"a.md", "--help"}})
+    EXPECT_TRUE(std::holds_alternative<HelpRequest>(parsePreviewerArguments(words)));
+}
+
+TEST(PreviewerArguments, WrongOpeningsAreRefused) {
+  const std::vector<std::string_view> rows[] = {{},
+                                                {"open"},
+                                                {"--"},
+                                                {"open", "--"},
+                                                {"--hepl"},
+                                                {"-h"},
+                                                {"open", "a.md", "--dark"},
+                                                {"--gapplication-service", "a.md"}};
+  for (const auto& words : rows)
+    EXPECT_TRUE(std::holds_alternative<WrongUsage>(parsePreviewerArguments(words)));
 }
 
 TEST(PreviewerArguments, ASnapshotHasItsOptions) {
