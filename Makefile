@@ -43,8 +43,8 @@ bench:
 	@cmake --preset bench >/dev/null
 	@cmake --build --preset bench
 	@if [ $(PRESET) = desktop ]; then cmake --preset desktop >/dev/null && \
-	  cmake --build --preset desktop --target desktop_bench; fi
-	@scripts/run-benchmarks build/bench build/desktop
+	  cmake --build --preset desktop --target desktop_bench race_bench lumisk; fi
+	@scripts/run-benchmarks build/bench $(if $(filter desktop,$(PRESET)),build/desktop)
 
 format:
 	@scripts/install-packages lint

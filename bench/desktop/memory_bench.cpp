@@ -42,7 +42,7 @@ void measureMemory(const VisibleScreen& screen, const Documents& documents) {
   Previewer previewer;
   previewer.start();
   wait(0.2);
-  printTree("started, nothing shown", previewer);
+  printTree("just started, no web view yet", previewer);
   wait(kSettled);
   printTree("the same with a web view kept ready", previewer);
   const std::string markdown = documents.markdown(8192);

@@ -117,11 +117,11 @@ void measureMemory(const VisibleScreen& screen, const RacedPreviewer& previewer,
   previewer.stop();
   previewer.start();
   wait(kSettled);
-  printMemory(previewer, "started, nothing shown");
+  printMemory(previewer, "3 s after the start");
   show(screen, previewer, path);
   previewer.close();
   wait(kSettled);
-  printMemory(previewer, "after a Markdown preview");
+  printMemory(previewer, "3 s after a Markdown preview");
   previewer.stop();
 }
 

@@ -1,5 +1,9 @@
 #include "bench/desktop/raced_previewer.h"
 
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -18,52 +22,70 @@ using namespace desktop;
 constexpr double kLongestStop = 20;  // seconds
 constexpr double kStep = 0.005;      // seconds
 
+[[noreturn]] void giveUp(const char* what) {
+  std::fprintf(stderr, "race_bench: %s\n", what);
+  std::exit(1);
+}
+
 std::filesystem::path serviceFolder(const std::string& command) {
   std::string pattern = (std::filesystem::temp_directory_path() / "race-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) {
-    std::perror("race_bench: a folder for the service file");
-    std::exit(1);
-  }
+  if (mkdtemp(pattern.data()) == nullptr) giveUp("no folder for the service file");
   const std::filesystem::path folder = pattern;
   std::ofstream(folder / (std::string(kFilesPreviewerName) + ".service"))
       << "[D-BUS Service]\nName=" << kFilesPreviewerName << "\nExec=" << command << "\n";
   return folder;
 }
 
-/// A test's bus takes the display out of the environment, which the next one hands to its programs.
-GTestDBus* startedBus(const std::filesystem::path& services) {
-  const std::string display = std::getenv("DISPLAY");
-  GTestDBus* bus = g_test_dbus_new(G_TEST_DBUS_NONE);
-  g_test_dbus_add_service_dir(bus, services.c_str());
-  g_test_dbus_up(bus);
-  setenv("DISPLAY", display.c_str(), 1);
-  return bus;
+std::filesystem::path busConfiguration(const std::filesystem::path& services) {
+  std::filesystem::path file = services / "bus.conf";
+  std::ofstream(file) << "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
+                      << "<servicedir>" << services.string() << "</servicedir>"
+                      << "<policy context=\"default\"><allow send_destination=\"*\"/>"
+                      << "<allow receive_sender=\"*\"/>"
+                      << "<allow own=\"*\"/></policy></busconfig>\n";
+  return file;
 }
+
+/// In the new process: however this program ends, the bus ends with it, and with the bus all that
+/// it has started.
+void endWithParent(gpointer) { prctl(PR_SET_PDEATHSIG, SIGKILL); }
 
 }  // namespace
 
 RacedPreviewer::RacedPreviewer(const std::string& label, const std::string& command)
-    : label_(label),
-      services_(serviceFolder(command)),
-      bus_(startedBus(services_)),
-      connection_(nullptr) {
+    : label_(label), services_(serviceFolder(command)) {
   constexpr auto kFlags =
       static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                         G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
   ErrorSlot error;
-  connection_ = g_dbus_connection_new_for_address_sync(g_test_dbus_get_bus_address(bus_), kFlags,
-                                                       nullptr, nullptr, &error);
-  if (connection_ != nullptr) return;
-  std::fprintf(stderr, "race_bench: no bus: %s\n", error.message());
-  std::exit(1);
+  connection_ =
+      g_dbus_connection_new_for_address_sync(startBus().c_str(), kFlags, nullptr, nullptr, &error);
+  if (connection_ == nullptr) giveUp(error.message());
+}
+
+std::string RacedPreviewer::startBus() {
+  std::string configuration = "--config-file=" + busConfiguration(services_).string();
+  std::string words[] = {"dbus-daemon", "--nofork", "--print-address", std::move(configuration)};
+  char* argv[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
+  constexpr auto kFlags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD);
+  ErrorSlot error;
+  int written = -1;
+  if (g_spawn_async_with_pipes(nullptr, argv, nullptr, kFlags, endWithParent, nullptr, &bus_,
+                               nullptr, &written, nullptr, &error) == FALSE)
+    giveUp(error.message());
+  std::string address;
+  char next = 0;
+  while (read(written, &next, 1) == 1 && next != '\n') address += next;
+  ::close(written);
+  return address;
 }
 
 RacedPreviewer::~RacedPreviewer() {
   stop();
   g_dbus_connection_close_sync(connection_, nullptr, nullptr);
   g_object_unref(connection_);
-  g_test_dbus_stop(bus_);
-  g_object_unref(bus_);
+  kill(bus_, SIGTERM);
+  waitpid(bus_, nullptr, 0);
   std::error_code error;
   std::filesystem::remove_all(services_, error);
 }
@@ -84,9 +106,7 @@ void RacedPreviewer::call(const char* method, GVariant* arguments) const {
 void RacedPreviewer::start() const {
   const OwnedVariant answer(
       askBus("StartServiceByName", g_variant_new("(su)", kFilesPreviewerName, 0)));
-  if (answer) return;
-  std::fprintf(stderr, "race_bench: %s does not start\n", label_.c_str());
-  std::exit(1);
+  if (!answer) giveUp((label_ + " does not start").c_str());
 }
 
 void RacedPreviewer::show(const std::string& path) const {

@@ -31,13 +31,15 @@ class RacedPreviewer {
   pid_t process() const;
 
  private:
+  /// Starts the bus and returns its address.
+  std::string startBus();
   GVariant* askBus(const char* method, GVariant* arguments) const;
   void call(const char* method, GVariant* arguments) const;
 
   std::string label_;
   std::filesystem::path services_;
-  GTestDBus* bus_;
-  GDBusConnection* connection_;
+  GPid bus_ = 0;
+  GDBusConnection* connection_ = nullptr;
 };
 
 }  // namespace lumisk::bench
