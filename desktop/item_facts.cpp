@@ -59,9 +59,10 @@ ItemFacts readItemFacts(const FileURL& url, const Platform& platform) {
     facts.kind = capitalized(takeText(g_content_type_get_description(type)));
   }
   std::string kindAndSize = facts.kind;
-  if (g_file_info_get_file_type(info.get()) == G_FILE_TYPE_REGULAR)
-    kindAndSize += (kindAndSize.empty() ? "" : " · ") +
-                   takeText(g_format_size(static_cast<guint64>(g_file_info_get_size(info.get()))));
+  if (g_file_info_get_file_type(info.get()) == G_FILE_TYPE_REGULAR) {
+    facts.size = static_cast<std::uint64_t>(g_file_info_get_size(info.get()));
+    kindAndSize += (kindAndSize.empty() ? "" : " · ") + takeText(g_format_size(facts.size));
+  }
   addIfAny(facts.details, kindAndSize);
   addIfAny(facts.details,
            dateText(info.get(), G_FILE_ATTRIBUTE_TIME_CREATED, "item.created", platform));

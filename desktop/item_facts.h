@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct ItemFacts {
   std::string contentType;           ///< empty when the item cannot be looked at
   std::string kind;                  ///< "PNG image"
   std::vector<std::string> details;  ///< kind, size, dates; each a short text
+  std::uint64_t size = 0;            ///< of a file, in bytes
   bool exists = false;
 };
 

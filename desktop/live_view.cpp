@@ -241,6 +241,10 @@ void LiveViews::giveBack(std::unique_ptr<LiveView> view) {
     warm_.reset();
     engine_.forgetSites();
   }
+  if (view->isLarge()) {
+    view.reset();
+    return warmUp();
+  }
   if (!view->isFit() || warm_) return;
   view->scrub();
   warm_ = std::move(view);

@@ -31,7 +31,10 @@ class LiveView {
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
 
   /// Whether the next document may have this view.
-  bool isFit() const { return !isDead_ && !hasLeftDocument_; }
+  bool isFit() const { return !isDead_ && !hasLeftDocument_ && !isLarge_; }
+  /// To be told when the document is a large one: its process keeps gigabytes, which go with it.
+  void setLarge() { isLarge_ = true; }
+  bool isLarge() const { return isLarge_; }
   /// Whether a link led it elsewhere.
   bool hasLeftDocument() const { return hasLeftDocument_; }
   /// Puts an empty page in the document's place. `isScrubbed` is true once it is there, which a
@@ -92,6 +95,7 @@ class LiveView {
   Deferred patience_;
   bool isScrubbed_ = false;
   bool hasShownPage_ = false;
+  bool isLarge_ = false;
   bool isEndedByHost_ = false;
   bool hasFailed_ = false;
   bool isDead_ = false;

@@ -107,6 +107,7 @@ void Panel::show(const FileURL& url) {
   url_ = url;
   zoom_ = 1;
   facts_ = readItemFacts(url, platform_);
+  webViews_.expect(facts_.size);
   presentation_ = std::make_unique<Presentation>(url, context_);
   if (const auto error = presentation_->error()) {
     presentation_.reset();

@@ -11,6 +11,10 @@ namespace {
 
 constexpr double kLeastOpacity = 1.0 / 255;
 
+/// From here on the engine needs some hundred megabytes for a page, and longer than for the start
+/// of another process.
+constexpr std::uint64_t kLargeItem = std::uint64_t{2} * 1024 * 1024;  // bytes
+
 void received(WebKitUserContentManager*, JSCValue* value, gpointer handler) {
   static_cast<ScriptMessageHandler*>(handler)->didReceiveScriptMessage(scriptMessageBody(value));
 }
@@ -22,6 +26,7 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
       live_(owner.liveViews_.take()),
       focus_(webkit_web_view_get_user_content_manager(live_->view())) {
   owner_.latest_ = this;
+  if (owner_.isLarge_) live_->setLarge();
   connect(configuration);
   live_->onFinished = [this] {
     DesktopWebViews& views = owner_;
@@ -95,6 +100,8 @@ void DesktopWebView::terminated() {
 std::unique_ptr<WebView> DesktopWebViews::makeWebView(const WebViewConfiguration& configuration) {
   return std::make_unique<DesktopWebView>(*this, configuration);
 }
+
+void DesktopWebViews::expect(std::uint64_t bytes) { isLarge_ = bytes >= kLargeItem; }
 
 void DesktopWebViews::announce(const ui::SharedText& page) { diagrams_ = diagramsIn(page.view()); }
 

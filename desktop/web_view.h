@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -56,6 +57,8 @@ class DesktopWebViews final : public WebViewFactory {
 
   std::unique_ptr<WebView> makeWebView(const WebViewConfiguration& configuration) override;
 
+  /// Tells how large the item is that is shown next. To be called before its pages are made.
+  void expect(std::uint64_t bytes);
   /// Tells what the page that is loaded next can make use of. To be called before each load.
   void announce(const ui::SharedText& page);
 
@@ -77,6 +80,7 @@ class DesktopWebViews final : public WebViewFactory {
 
   LiveViews& liveViews_;
   DesktopWebView* latest_ = nullptr;
+  bool isLarge_ = false;
   std::optional<Diagrams> diagrams_;
 };
 

@@ -301,6 +301,23 @@ TEST_F(PanelTest, APageOf50MegabytesLeavesThePanelItsKeys) {
 
 // --- the program ---
 
+TEST_F(PanelTest, ALargeDocumentTakesItsWebViewWithIt) {
+  writeAll(folder_ / "large.md", "# Large\n\n<!--" + std::string(3'000'000, 'x') + "-->\n");
+  ASSERT_NO_FATAL_FAILURE(open("large.md"));
+  gpointer large = page();
+  g_object_add_weak_pointer(G_OBJECT(large), &large);
+  panel_->close();
+  EXPECT_TRUE(runUntil([&] { return large == nullptr; }));
+  EXPECT_TRUE(Program::shared().liveViews.hasWarmView()) << "the next one is not kept waiting";
+  ASSERT_NO_FATAL_FAILURE(open("data.csv"));
+  gpointer usual = page();
+  g_object_add_weak_pointer(G_OBJECT(usual), &usual);
+  panel_->close();
+  runFor(100);
+  EXPECT_NE(usual, nullptr) << "it is kept for the next";
+  if (usual != nullptr) g_object_remove_weak_pointer(G_OBJECT(usual), &usual);
+}
+
 TEST(Previewer, WritesAPictureOfTheSizeAskedFor) {
   const TemporaryFolder folder;
   writeAll(folder / "a.md", "# A\n");
