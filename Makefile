@@ -43,7 +43,7 @@ bench:
 	@cmake --preset bench >/dev/null
 	@cmake --build --preset bench
 	@if [ $(PRESET) = desktop ]; then cmake --preset desktop >/dev/null && \
-	  cmake --build --preset desktop --target desktop_bench race_bench lumisk; fi
+	  cmake --build --preset desktop --target desktop_bench engine_bench race_bench lumisk; fi
 	@scripts/run-benchmarks build/bench $(if $(filter desktop,$(PRESET)),build/desktop)
 
 format:

@@ -93,7 +93,6 @@ int main() {
   measure(live, "source, 100 KB", documents.source(std::size_t{100} * 1024));
   measure(live, "JSON, 100 KB", documents.json(std::size_t{100} * 1024));
   measure(live, "table, 100 KB", documents.table(std::size_t{100} * 1024));
-  measure(live, "Markdown, 8 KB", documents.markdown(8000));
   gtk_window_destroy(GTK_WINDOW(window));
   return 0;
 }
