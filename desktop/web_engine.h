@@ -37,9 +37,9 @@ class WebEngine {
   /// that are made from then on.
   void forgetSites();
 
-  /// To be told before each load of a page with the diagram library. The web processes keep libraries by their CDN URL, so after a
-  /// page that had the stand-in for the diagram library they must forget it, and the other way
-  /// round.
+  /// To be told before each load of a page with the diagram library. The web processes keep
+  /// libraries by their CDN URL, so after a page that had the stand-in for the diagram library they
+  /// must forget it, and the other way round.
   void willLoad(Diagrams diagrams);
 
  private:
