@@ -2,11 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include "desktop/document_control.h"
 #include "panel_test.h"
-#include "support/process.h"
 
 namespace lumisk::test {
 namespace {
@@ -316,45 +314,6 @@ TEST_F(PanelTest, ALargeDocumentTakesItsWebViewWithIt) {
   runFor(100);
   EXPECT_NE(usual, nullptr) << "it is kept for the next";
   if (usual != nullptr) g_object_remove_weak_pointer(G_OBJECT(usual), &usual);
-}
-
-TEST(Previewer, WritesAPictureOfTheSizeAskedFor) {
-  const TemporaryFolder folder;
-  writeAll(folder / "a.md", "# A\n");
-  const std::string picture = (folder / "a.png").string();
-  const ProcessResult result =
-      runProcess({LUMISK_PREVIEWER, "snapshot", "--dark", "--size", "320x240", "--mode", "source",
-                  (folder / "a.md").string(), picture});
-  ASSERT_EQ(result.exitStatus, 0) << result.standardError;
-  const auto texture =
-      desktop::GRef<GdkTexture>::adopt(gdk_texture_new_from_filename(picture.c_str(), nullptr));
-  ASSERT_TRUE(texture);
-  EXPECT_EQ(gdk_texture_get_width(texture.get()), 320);
-  EXPECT_EQ(gdk_texture_get_height(texture.get()), 240);
-}
-
-TEST(Previewer, SaysWhyThereIsNoPicture) {
-  const TemporaryFolder folder;
-  const ProcessResult missing = runProcess(
-      {LUMISK_PREVIEWER, "snapshot", (folder / "no.md").string(), (folder / "a.png").string()});
-  EXPECT_EQ(missing.exitStatus, 1);
-  EXPECT_THAT(missing.standardError, HasSubstr("no.md: This item is no longer there."));
-  writeAll(folder / "a.md", "# A\n");
-  const ProcessResult mode = runProcess({LUMISK_PREVIEWER, "snapshot", "--mode", "no",
-                                         (folder / "a.md").string(), (folder / "a.png").string()});
-  EXPECT_EQ(mode.exitStatus, 1);
-  EXPECT_THAT(mode.standardError, HasSubstr("no mode called no"));
-}
-
-TEST(Previewer, WithoutADisplayItSaysSo) {
-  const ProcessResult open =
-      runProcess({"/usr/bin/env", "-u", "DISPLAY", LUMISK_PREVIEWER, "a.md"});
-  EXPECT_EQ(open.exitStatus, 1);
-  EXPECT_THAT(open.standardError, HasSubstr("lumisk page"));
-  const ProcessResult snapshot =
-      runProcess({"/usr/bin/env", "-u", "DISPLAY", LUMISK_PREVIEWER, "snapshot", "a.md", "a.png"});
-  EXPECT_EQ(snapshot.exitStatus, 1);
-  EXPECT_THAT(snapshot.standardError, HasSubstr("xvfb-run"));
 }
 
 }  // namespace

@@ -2,7 +2,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <gtk/gtk.h>
 
+#include <string>
+#include <vector>
+
+#include "desktop/gref.h"
+#include "support/files.h"
 #include "support/process.h"
 
 namespace lumisk::test {
@@ -22,18 +28,61 @@ TEST(PreviewerCommand, AnUnknownOptionIsNoFile) {
   EXPECT_THAT(result.standardError, HasSubstr("unknown option --hepl"));
 }
 
-TEST(PreviewerCommand, AnEmptyDisplayIsNone) {
-  const ProcessResult result =
-      runProcess({"/usr/bin/env", "DISPLAY=", "WAYLAND_DISPLAY=", LUMISK_PREVIEWER, "/"});
-  EXPECT_EQ(result.exitStatus, 1);
-  EXPECT_THAT(result.standardError, HasSubstr("lumisk page"));
-}
-
 TEST(PreviewerCommand, APictureOfAnotherMachinesFileIsAWrongCommandLine) {
   const ProcessResult result =
       runProcess({LUMISK_PREVIEWER, "snapshot", "file://elsewhere/a.md", "/nowhere/a.png"});
   EXPECT_EQ(result.exitStatus, 2);
   EXPECT_THAT(result.standardError, HasSubstr("not the URI of a file on this machine"));
+}
+
+TEST(PreviewerCommand, WritesAPictureOfTheSizeAskedFor) {
+  const TemporaryFolder folder;
+  writeAll(folder / "a.md", "# A\n");
+  const std::string picture = (folder / "a.png").string();
+  const ProcessResult result =
+      runProcess({LUMISK_PREVIEWER, "snapshot", "--dark", "--size", "320x240", "--mode", "source",
+                  (folder / "a.md").string(), picture});
+  ASSERT_EQ(result.exitStatus, 0) << result.standardError;
+  const auto texture =
+      desktop::GRef<GdkTexture>::adopt(gdk_texture_new_from_filename(picture.c_str(), nullptr));
+  ASSERT_TRUE(texture);
+  EXPECT_EQ(gdk_texture_get_width(texture.get()), 320);
+  EXPECT_EQ(gdk_texture_get_height(texture.get()), 240);
+}
+
+TEST(PreviewerCommand, SaysWhyThereIsNoPicture) {
+  const TemporaryFolder folder;
+  const ProcessResult missing = runProcess(
+      {LUMISK_PREVIEWER, "snapshot", (folder / "no.md").string(), (folder / "a.png").string()});
+  EXPECT_EQ(missing.exitStatus, 1);
+  EXPECT_THAT(missing.standardError, HasSubstr("no.md: This item is no longer there."));
+  writeAll(folder / "a.md", "# A\n");
+  const ProcessResult mode = runProcess({LUMISK_PREVIEWER, "snapshot", "--mode", "no",
+                                         (folder / "a.md").string(), (folder / "a.png").string()});
+  EXPECT_EQ(mode.exitStatus, 1);
+  EXPECT_THAT(mode.standardError, HasSubstr("no mode called no"));
+}
+
+TEST(PreviewerCommand, WithoutADisplayItSaysWhatToDoInstead) {
+  const struct {
+    const char* label;
+    std::vector<std::string> withoutDisplay;
+  } rows[] = {{"unset", {"-u", "DISPLAY", "-u", "WAYLAND_DISPLAY"}},
+              {"empty", {"DISPLAY=", "WAYLAND_DISPLAY="}}};
+  const auto complaint = [](std::vector<std::string> words, const std::vector<std::string>& rest) {
+    words.insert(words.begin(), "/usr/bin/env");
+    words.insert(words.end(), rest.begin(), rest.end());
+    const ProcessResult result = runProcess(words);
+    EXPECT_EQ(result.exitStatus, 1);
+    return result.standardError;
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
+    EXPECT_THAT(complaint(row.withoutDisplay, {LUMISK_PREVIEWER, "a.md"}),
+                HasSubstr("lumisk page"));
+    EXPECT_THAT(complaint(row.withoutDisplay, {LUMISK_PREVIEWER, "snapshot", "a.md", "a.png"}),
+                HasSubstr("xvfb-run"));
+  }
 }
 
 }  // namespace
