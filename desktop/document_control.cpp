@@ -4,16 +4,14 @@
 #include <functional>
 #include <string>
 
+#include "desktop/host_scripts.h"
+
 namespace lumisk::desktop {
 namespace {
 
 constexpr double kPixelsOfATurn = 50;  // of a touchpad, that zoom as much as a wheel's notch
 constexpr double kLine = 40;           // pixels
 constexpr double kPageFraction = 0.9;  // so that the last line is seen again
-
-/// Apart from the page's own scripts, which could otherwise put their own functions in the place
-/// of these.
-constexpr const char* kHostWorld = "lumisk-host";
 
 /// Long lines of a page scroll within what holds them: what is nearest to the middle of the view
 /// and has something to scroll is moved, else the page. An element may bear the name of one of the
@@ -115,8 +113,7 @@ void zoomText(GtkWidget* view, double zoom) {
 
 void scroll(const ShownDocument& shown, ScrollStep step) {
   if (shown.page != nullptr)
-    webkit_web_view_evaluate_javascript(shown.page, scriptFor(step).c_str(), -1, kHostWorld,
-                                        nullptr, nullptr, nullptr, nullptr);
+    runInPage(shown.page, scriptFor(step));
   else if (shown.scrolled != nullptr)
     scrollWindow(shown.scrolled, step);
 }

@@ -30,26 +30,9 @@ constexpr const char* kFrame = R"js(
   await nextFrame();
   await (isDrawnByCard ? nextFrame() : new Promise((done) => setTimeout(done)));
 )js";
-/// Where a page cannot put functions of its own in the place of the engine's.
-constexpr const char* kHostWorld = "lumisk-host";
-
-void forgetAtEachPage(WebKitWebView* view) {
-  WebKitUserScript* const script = webkit_user_script_new_for_world(
-      kForgetScript, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
-      WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, kHostWorld, nullptr, nullptr);
-  webkit_user_content_manager_add_script(webkit_web_view_get_user_content_manager(view), script);
-  webkit_user_script_unref(script);
-}
-
-/// A boolean would be refused: the engine takes numbers, texts, arrays and dictionaries.
-GVariant* frameArguments(WebKitWebView* view) {
-  const bool isDrawnByCard =
-      webkit_settings_get_hardware_acceleration_policy(webkit_web_view_get_settings(view)) !=
-      WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER;
-  GVariantDict arguments;
-  g_variant_dict_init(&arguments, nullptr);
-  g_variant_dict_insert(&arguments, "isDrawnByCard", "i", isDrawnByCard ? 1 : 0);
-  return g_variant_dict_end(&arguments);
+bool isDrawnByCard(WebKitWebView* view) {
+  return webkit_settings_get_hardware_acceleration_policy(webkit_web_view_get_settings(view)) !=
+         WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER;
 }
 
 int entriesBehind(WebKitWebView* view) {
@@ -90,18 +73,17 @@ LiveView::LiveView(const WebEngine& engine)
       loadChanged_(view_.get(), "load-changed", G_CALLBACK(&LiveView::loadChanged), this),
       loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
       terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this) {
-  forgetAtEachPage(view());
+  runAtEachPage(webkit_web_view_get_user_content_manager(view()), kForgetScript);
 }
 
 /// The process would otherwise run on for as long as its page keeps it busy.
 LiveView::~LiveView() {
-  forgetFrame();
   isEndedByHost_ = true;
   webkit_web_view_terminate_web_process(view());
 }
 
 void LiveView::scrub() {
-  forgetFrame();
+  frame_.forget();
   onFinished = onDrawn = onTerminated = onHistoryChanged = nullptr;
   webkit_web_view_stop_loading(view());
   webkit_find_controller_search_finish(webkit_web_view_get_find_controller(view()));
@@ -114,7 +96,7 @@ void LiveView::scrub() {
 }
 
 void LiveView::begin(const std::string& awaited, std::function<void()> start) {
-  forgetFrame();
+  frame_.forget();
   if (isScrubbed_ && firstSession_)
     webkit_web_view_restore_session_state(view(), firstSession_.get());
   isScrubbed_ = false;
@@ -191,32 +173,12 @@ void LiveView::committed() {
     hasShownPage_ = true;
     entriesBefore_ = entriesBehind(view());
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
-    if (onDrawn) askForFrame();
+    if (onDrawn)
+      frame_.ask(view(), kFrame, "isDrawnByCard", isDrawnByCard(view()), [this] { call(onDrawn); });
   } else {
     hasLeftDocument_ = true;
   }
   call(onHistoryChanged);
-}
-
-void LiveView::askForFrame() {
-  webkit_web_view_call_async_javascript_function(view(), kFrame, -1, frameArguments(view()),
-                                                 kHostWorld, nullptr, askingForFrame_.get(),
-                                                 &LiveView::frameDrawn, this);
-}
-
-void LiveView::forgetFrame() {
-  g_cancellable_cancel(askingForFrame_.get());
-  askingForFrame_ = GRef<GCancellable>::adopt(g_cancellable_new());
-}
-
-void LiveView::frameDrawn(GObject* view, GAsyncResult* result, gpointer self) {
-  GError* error = nullptr;
-  JSCValue* value =
-      webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(view), result, &error);
-  const bool isCancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) == TRUE;
-  g_clear_error(&error);
-  if (value != nullptr) g_object_unref(value);
-  if (!isCancelled) call(static_cast<LiveView*>(self)->onDrawn);
 }
 
 void LiveView::finished() {

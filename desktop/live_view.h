@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "desktop/gref.h"
+#include "desktop/host_scripts.h"
 #include "desktop/web_engine.h"
 
 namespace lumisk::desktop {
@@ -65,13 +66,10 @@ class LiveView {
   static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
   static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*, gpointer self);
   static void terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self);
-  static void frameDrawn(GObject* view, GAsyncResult* result, gpointer self);
   void begin(const std::string& awaited, std::function<void()> start);
   void startAgain();
   void committed();
   void finished();
-  void askForFrame();
-  void forgetFrame();
 
   struct FreeSession {
     void operator()(WebKitWebViewSessionState* state) const {
@@ -83,7 +81,7 @@ class LiveView {
   SignalHandler loadChanged_;
   SignalHandler loadFailed_;
   SignalHandler terminated_;
-  GRef<GCancellable> askingForFrame_ = GRef<GCancellable>::adopt(g_cancellable_new());
+  PageQuestion frame_;
   /// The address of the host's load that has not been committed yet, empty afterwards.
   std::string awaited_;
   /// The history as it was after the view's first page: restoring it forgets all that came later.

@@ -34,14 +34,6 @@ bool isSeen(GtkWidget* widget) {
   return true;
 }
 
-/// A boolean would be refused: the engine takes numbers, texts, arrays and dictionaries.
-GVariant* settledArguments(bool isPageSeen) {
-  GVariantDict arguments;
-  g_variant_dict_init(&arguments, nullptr);
-  g_variant_dict_insert(&arguments, "isSeen", "i", isPageSeen ? 1 : 0);
-  return g_variant_dict_end(&arguments);
-}
-
 }  // namespace
 
 PageDrawing::~PageDrawing() { stop(); }
@@ -49,6 +41,7 @@ PageDrawing::~PageDrawing() { stop(); }
 void PageDrawing::stop() {
   nextLook_.cancel();
   longestWait_.cancel();
+  settled_.forget();
   g_cancellable_cancel(asking_.get());
   asking_ = GRef<GCancellable>::adopt(g_cancellable_new());
 }
@@ -61,25 +54,17 @@ void PageDrawing::wait(WebKitWebView* page, std::function<void()> drawn) {
     stop();
     drawn_();
   });
-  webkit_web_view_call_async_javascript_function(
-      page, kSettled, -1, settledArguments(isSeen(GTK_WIDGET(page))), "lumisk-host", nullptr,
-      asking_.get(), &PageDrawing::scriptEnded, this);
+  settled_.ask(page, kSettled, "isSeen", isSeen(GTK_WIDGET(page)), [this] { askForPicture(); });
 }
 
-void PageDrawing::scriptEnded(GObject* page, GAsyncResult* result, gpointer self) {
-  GError* error = nullptr;
-  JSCValue* value =
-      webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(page), result, &error);
-  const bool isCancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) == TRUE;
-  g_clear_error(&error);
-  if (value != nullptr) g_object_unref(value);
-  if (isCancelled) return;  // nobody waits any more
-  auto* drawing = static_cast<PageDrawing*>(self);
-  drawing->longestWait_.cancel();
-  if (!isSeen(GTK_WIDGET(page))) return drawing->drawn_();
-  webkit_web_view_get_snapshot(drawing->page_.get(), WEBKIT_SNAPSHOT_REGION_VISIBLE,
-                               WEBKIT_SNAPSHOT_OPTIONS_TRANSPARENT_BACKGROUND,
-                               drawing->asking_.get(), &PageDrawing::pictureCame, self);
+void PageDrawing::askForPicture() {
+  if (!isSeen(GTK_WIDGET(page_.get()))) {
+    stop();
+    return drawn_();
+  }
+  webkit_web_view_get_snapshot(page_.get(), WEBKIT_SNAPSHOT_REGION_VISIBLE,
+                               WEBKIT_SNAPSHOT_OPTIONS_TRANSPARENT_BACKGROUND, asking_.get(),
+                               &PageDrawing::pictureCame, this);
 }
 
 void PageDrawing::pictureCame(GObject* page, GAsyncResult* result, gpointer self) {
@@ -90,6 +75,7 @@ void PageDrawing::pictureCame(GObject* page, GAsyncResult* result, gpointer self
   g_clear_error(&error);
   if (isCancelled) return;
   auto* drawing = static_cast<PageDrawing*>(self);
+  drawing->longestWait_.cancel();  // the looks are counted
   const bool hasContent = picture && !isBlank(picture.get());
   drawing->look(hasContent ? kMostLooks : 0);
 }

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "desktop/gref.h"
+#include "desktop/host_scripts.h"
 
 namespace lumisk::desktop {
 
@@ -26,13 +27,14 @@ class PageDrawing {
   void wait(WebKitWebView* page, std::function<void()> drawn);
 
  private:
-  static void scriptEnded(GObject* page, GAsyncResult* result, gpointer self);
+  void askForPicture();
   static void pictureCame(GObject* page, GAsyncResult* result, gpointer self);
   void look(unsigned times);
   void stop();
 
   GRef<WebKitWebView> page_;
   std::function<void()> drawn_;
+  PageQuestion settled_;
   GRef<GCancellable> asking_ = GRef<GCancellable>::adopt(g_cancellable_new());
   Deferred nextLook_;
   Deferred longestWait_;

@@ -1,9 +1,10 @@
 #include "desktop/page_focus.h"
 
+#include "desktop/host_scripts.h"
+
 namespace lumisk::desktop {
 namespace {
 
-constexpr const char* kHostWorld = "lumisk-host";
 constexpr const char* kHandler = "lumisk-focus";
 constexpr const char* kSignal = "script-message-received::lumisk-focus";
 
@@ -58,11 +59,7 @@ constexpr const char* kScript = R"js(
 
 void PageFocusWatch::install(WebKitUserContentManager* manager) {
   webkit_user_content_manager_register_script_message_handler(manager, kHandler, kHostWorld);
-  WebKitUserScript* script = webkit_user_script_new_for_world(
-      kScript, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START,
-      kHostWorld, nullptr, nullptr);
-  webkit_user_content_manager_add_script(manager, script);
-  webkit_user_script_unref(script);
+  runAtEachPage(manager, kScript);
 }
 
 PageFocusWatch::PageFocusWatch(WebKitUserContentManager* manager)
