@@ -129,11 +129,13 @@ class FileManagerTest : public testing::Test {
   std::optional<AccessibleItem> item(const std::string& name) const {
     return items_.itemNamed(kFiles, name);
   }
-  bool selects(const std::string& name) const {
-    return eventually([&] {
-      const auto shown = item(name);
-      return shown && shown->isSelected && shown->hasFocus;
-    });
+  testing::AssertionResult selects(const std::string& name) const {
+    std::optional<AccessibleItem> last;
+    if (eventually([&] { return (last = item(name)) && last->isSelected && last->hasFocus; }))
+      return testing::AssertionSuccess();
+    if (!last) return testing::AssertionFailure() << "Files shows no " << name;
+    return testing::AssertionFailure()
+           << name << (last->isSelected ? " has no focus" : " is not selected");
   }
   void click(const std::string& name) const {
     const auto shown = item(name);

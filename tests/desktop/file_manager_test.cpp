@@ -65,6 +65,7 @@ TEST_F(FileManagerTest, KeysPressedInOneBreathAllCount) {
   // Nobody waits for a page before walking on. Each key that is lost leads to another item.
   for (const char* key : {"Right", "Right", "Right"}) pressKeys(key);
   EXPECT_TRUE(shows("d folder"));
+  EXPECT_TRUE(selects("d folder"));
   for (const char* key : {"Right", "Left", "Left"}) pressKeys(key);
   EXPECT_TRUE(shows("c.py"));
   EXPECT_TRUE(showsText("third"));
