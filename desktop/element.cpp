@@ -84,8 +84,7 @@ bool haveSameKinds(const std::vector<ui::Modifier>& a, const std::vector<ui::Mod
 Element::Element(const ui::View& view, Axis axis, RenderContext& context)
     : node_(std::visit(NodeMaker{view, axis, context}, view.node)),
       kind_(view.node.index()),
-      modifiers_(view.modifiers),
-      flexibility_(flexibilityOf(view, axis)) {
+      modifiers_(view.modifiers) {
   ui::View inner = view;
   inner.modifiers.clear();
   for (const ui::Modifier& modifier : view.modifiers) {
@@ -94,8 +93,9 @@ Element::Element(const ui::View& view, Axis axis, RenderContext& context)
     std::visit(ModifierSetter{box}, modifier);
     inner.modifiers.push_back(modifier);
   }
-  gtk_widget_set_hexpand(widget(), flexibility_.horizontal);
-  gtk_widget_set_vexpand(widget(), flexibility_.vertical);
+  const Flexibility flexibility = flexibilityOf(view, axis);
+  gtk_widget_set_hexpand(widget(), flexibility.horizontal);
+  gtk_widget_set_vexpand(widget(), flexibility.vertical);
 }
 
 GtkWidget* Element::widget() const {

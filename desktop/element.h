@@ -58,13 +58,10 @@ class Element {
   NodeElement& node() const { return *node_; }
 
  private:
-  void wrap(const ui::Modifier& modifier);
-
   std::unique_ptr<NodeElement> node_;
   std::size_t kind_;
   std::vector<ui::Modifier> modifiers_;
   std::vector<GRef<GtkWidget>> wrappers_;  // innermost first
-  Flexibility flexibility_;
 };
 
 /// Shows `view` in `element`: in place if it can be, else in a new element. True in the second

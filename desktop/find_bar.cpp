@@ -18,9 +18,6 @@ constexpr int kCharactersAPiece = 16 * 1024;
 constexpr int kMatchesAPiece = 200;
 /// Pieces to look through at once for the next match, which is usually near.
 constexpr int kPiecesAtOnce = 8;
-/// A match that lies across a line end for display is no longer than this many times the text that
-/// is looked for.
-constexpr int kMostCharactersForOne = 3;
 /// Nobody looks for a text as long as a page, but one is pasted easily. Its longest match is far
 /// shorter than a piece, so that every piece leads on.
 constexpr int kLongestEntry = 1000;  // characters
@@ -100,6 +97,8 @@ bool FindBar::hasFocus() const {
 std::string FindBar::countText() const { return gtk_label_get_text(GTK_LABEL(count_)); }
 
 void FindBar::open() {
+  const ShownDocument shown = findTarget_();
+  if (shown.page == nullptr && shown.text == nullptr) return;
   gtk_search_bar_set_search_mode(GTK_SEARCH_BAR(bar_.get()), TRUE);
   gtk_widget_grab_focus(entry_);
   gtk_editable_select_region(GTK_EDITABLE(entry_), 0, -1);
@@ -213,7 +212,8 @@ bool FindBar::countPieceOfText() {
   if (isCountWaiting_) next = beforeTheEnd(from, longestMatch());
   gtk_text_buffer_move_mark(buffer, countedUpTo_.get(), &next);
   if (!isMore && !isCountWaiting_) gtk_text_buffer_delete_mark(buffer, countedUpTo_.get());
-  showCount(matches_);
+  // While more is to come, none so far is no answer.
+  if (matches_ > 0 || !(isMore || isCountWaiting_)) showCount(matches_);
   return isMore;
 }
 

@@ -20,6 +20,7 @@ class FindBar {
   GtkWidget* widget() const { return bar_.get(); }
   bool isOpen() const;
   bool hasFocus() const;
+  /// Does nothing where there is no text to look through.
   void open();
   /// Closes it and takes the marks out of the document.
   void close();

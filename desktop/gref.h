@@ -69,9 +69,6 @@ class SignalHandler {
     g_object_remove_weak_pointer(object_, weakPointer());
   }
 
-  void block() const { g_signal_handler_block(object_, id_); }
-  void unblock() const { g_signal_handler_unblock(object_, id_); }
-
  private:
   gpointer* weakPointer() { return reinterpret_cast<gpointer*>(&object_); }
 
@@ -110,14 +107,21 @@ class Deferred {
   static gboolean run(gpointer self) {
     auto* deferred = static_cast<Deferred*>(self);
     deferred->source_ = 0;
-    // A copy: the task may set another one, or destroy this object.
+    // Moved out: the task may set another one, or destroy this object.
     const std::function<void()> task = std::move(deferred->task_);
     task();
     return G_SOURCE_REMOVE;
   }
   static gboolean runStep(gpointer self) {
     auto* deferred = static_cast<Deferred*>(self);
-    if (deferred->step_()) return G_SOURCE_CONTINUE;
+    // Moved out for the same reason. Both end the source, and only the source knows of it.
+    std::function<bool()> step = std::move(deferred->step_);
+    const bool isMore = step();
+    if (g_source_is_destroyed(g_main_current_source())) return G_SOURCE_REMOVE;
+    if (isMore) {
+      deferred->step_ = std::move(step);
+      return G_SOURCE_CONTINUE;
+    }
     deferred->source_ = 0;
     return G_SOURCE_REMOVE;
   }

@@ -2,15 +2,17 @@
 
 #include <utility>
 
+#include "desktop/service/owned.h"
+
 namespace lumisk::desktop {
 namespace {
 
 /// A boolean would be refused: the engine takes numbers, texts, arrays and dictionaries.
-GVariant* argument(const char* name, bool isTrue) {
+OwnedVariant argument(const char* name, bool isTrue) {
   GVariantDict arguments;
   g_variant_dict_init(&arguments, nullptr);
   g_variant_dict_insert(&arguments, name, "i", isTrue ? 1 : 0);
-  return g_variant_dict_end(&arguments);
+  return OwnedVariant(g_variant_ref_sink(g_variant_dict_end(&arguments)));
 }
 
 }  // namespace
@@ -33,7 +35,8 @@ void PageQuestion::ask(WebKitWebView* page, const char* script, const char* name
   forget();
   asking_ = GRef<GCancellable>::adopt(g_cancellable_new());
   answered_ = std::move(answered);
-  webkit_web_view_call_async_javascript_function(page, script, -1, argument(name, isTrue),
+  // The engine reads the arguments and keeps none of them.
+  webkit_web_view_call_async_javascript_function(page, script, -1, argument(name, isTrue).get(),
                                                  kHostWorld, nullptr, asking_.get(),
                                                  &PageQuestion::ended, this);
 }

@@ -53,7 +53,6 @@ ItemFacts readItemFacts(const FileURL& url, const Platform& platform) {
   const auto info = GRef<GFileInfo>::adopt(
       g_file_query_info(file.get(), kAttributes, G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
   if (!info) return facts;
-  facts.exists = true;
   if (const char* type = g_file_info_get_content_type(info.get())) {
     facts.contentType = type;
     facts.kind = capitalized(takeText(g_content_type_get_description(type)));

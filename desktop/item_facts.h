@@ -18,7 +18,6 @@ struct ItemFacts {
   std::string kind;                  ///< "PNG image"
   std::vector<std::string> details;  ///< kind, size, dates; each a short text
   std::uint64_t size = 0;            ///< of a file, in bytes
-  bool exists = false;
 };
 
 ItemFacts readItemFacts(const FileURL& url, const Platform& platform);

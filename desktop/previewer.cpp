@@ -36,6 +36,7 @@ class Previewer {
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     const int status =
         g_application_run(application(), static_cast<int>(arguments.size()), arguments.data());
+    registered_.reset();  // tells the service
     service_.reset();
     session_.reset();
     return status;

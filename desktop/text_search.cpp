@@ -12,9 +12,6 @@ namespace {
 constexpr auto kOptions = static_cast<GtkTextSearchFlags>(
     GTK_TEXT_SEARCH_CASE_INSENSITIVE | GTK_TEXT_SEARCH_TEXT_ONLY | GTK_TEXT_SEARCH_VISIBLE_ONLY);
 
-/// A match may have fewer or more characters than what is looked for: "ß" matches "ss".
-constexpr int kMostCharactersForOne = 3;
-
 /// The line end for display that ends at or after `from`; it moves there.
 bool toBreak(GtkTextIter& from, GtkTextTag* tag) {
   if (gtk_text_iter_ends_tag(&from, tag)) return true;

@@ -6,6 +6,10 @@
 
 namespace lumisk::desktop {
 
+/// A match may have fewer or more characters than what is looked for, up to this many times as
+/// many: "ß" matches "ss".
+inline constexpr int kMostCharactersForOne = 3;
+
 struct TextMatch {
   GtkTextIter start;
   GtkTextIter end;

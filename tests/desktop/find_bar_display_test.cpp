@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "desktop/find_bar.h"
 #include "screen.h"
 #include "source_texts.h"
@@ -103,6 +105,19 @@ TEST_F(FindInLongText, FarMatchesAreFoundCountedAndGoneThroughBothWays) {
   bar_.previous();
   EXPECT_TRUE(runUntil([&] { return selectedAt() > second; })) << "from the other end";
   EXPECT_EQ(selected(), "99999;");
+}
+
+TEST_F(FindInLongText, NoneIsSaidOnceAllHasBeenLookedThrough) {
+  std::set<std::string> said;
+  const auto counts = [&](const std::string& final) {
+    return runUntil([&] { return said.insert(bar_.countText()), bar_.countText() == final; });
+  };
+  type("1374000;");  // near the end, and there alone
+  said.clear();
+  EXPECT_TRUE(counts("1 match"));
+  EXPECT_EQ(said, (std::set<std::string>{"", "1 match"})) << "counting took more than one turn";
+  type("no such number");
+  EXPECT_TRUE(counts("No matches"));
 }
 
 TEST_F(FindInLongText, EveryBreakForDisplayIsLookedAcross) {
