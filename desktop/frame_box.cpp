@@ -182,10 +182,11 @@ void frameBoxSetPadding(GtkWidget* box, const ui::Padding& padding) {
 void frameBoxSetFrame(GtkWidget* box, const ui::Frame& frame) {
   asBox(box)->settings->frame = frame;
   const bool isAtEnd = frame.alignment == ui::HorizontalAlignment::Trailing;
-  if (GTK_IS_LABEL(asBox(box)->child) && isAtEnd) {
+  if (GTK_IS_LABEL(asBox(box)->child)) {
     // A text that is too long for the frame breaks into lines, which end where the frame ends.
-    gtk_label_set_xalign(GTK_LABEL(asBox(box)->child), 1);
-    gtk_label_set_justify(GTK_LABEL(asBox(box)->child), GTK_JUSTIFY_RIGHT);
+    gtk_label_set_xalign(GTK_LABEL(asBox(box)->child), isAtEnd ? 1 : 0);
+    gtk_label_set_justify(GTK_LABEL(asBox(box)->child),
+                          isAtEnd ? GTK_JUSTIFY_RIGHT : GTK_JUSTIFY_LEFT);
   }
   gtk_widget_queue_resize(box);
 }

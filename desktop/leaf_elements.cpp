@@ -38,6 +38,7 @@ class TextElement final : public NodeElement {
  public:
   explicit TextElement(const ui::Text& text)
       : label_(GRef<GtkWidget>::retain(gtk_label_new(nullptr))) {
+    gtk_label_set_xalign(label(), 0);
     showText(text);
   }
 
@@ -70,7 +71,6 @@ class TextElement final : public NodeElement {
     gtk_label_set_selectable(label(), text.isSelectable);
     gtk_label_set_wrap(label(), !isOneLine);
     gtk_label_set_wrap_mode(label(), PANGO_WRAP_WORD_CHAR);
-    gtk_label_set_xalign(label(), 0);
     gtk_label_set_lines(label(), text.lineLimit.value_or(-1));
     gtk_label_set_ellipsize(label(), text.lineLimit ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
     setClass(label_.get(), "dim-label", text.foreground == ui::ForegroundRole::Secondary);

@@ -54,9 +54,15 @@ void SourceText::setText(const ui::SharedText& text) {
   position_ = 0;
   lines_.clear();
   appendPiece();
+  if (isSeen_) fillWhileIdle();
 }
 
 void SourceText::fill() {
+  isSeen_ = true;
+  fillWhileIdle();
+}
+
+void SourceText::fillWhileIdle() {
   if (isComplete() || filling_.isPending()) return;
   filling_.whileIdle([this] { return appendPiece(); });
 }

@@ -20,7 +20,7 @@ class SourceText {
 
   GtkWidget* widget() const { return view_.get(); }
   void setText(const ui::SharedText& text);
-  /// Begins to fill in the rest.
+  /// Begins to fill in the rest, of this text and of each that takes its place.
   void fill();
   /// All of it at once.
   void fillNow();
@@ -28,12 +28,14 @@ class SourceText {
 
  private:
   bool appendPiece();
+  void fillWhileIdle();
   void setComplete(bool isComplete);
 
   GRef<GtkWidget> view_;
   BrokenLines lines_;
   ui::SharedText text_;
   std::size_t position_ = 0;
+  bool isSeen_ = false;
   Deferred filling_;
 };
 

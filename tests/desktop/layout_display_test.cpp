@@ -46,6 +46,7 @@ class ViewOnScreen {
   ViewOnScreen& operator=(const ViewOnScreen&) = delete;
 
   GtkWidget* widget() { return element_.widget(); }
+  bool update(const ui::View& view) { return element_.update(view); }
   std::string outline() { return ui::outline(element_.readBack()); }
   std::vector<GtkLabel*> labels() {
     std::vector<GtkLabel*> found;
@@ -88,6 +89,27 @@ TEST(Layout, ALongDateBreaksAndIsNeverCut) {
     EXPECT_LE(words.width, 130) << date;
     EXPECT_GE(gtk_widget_get_height(screen.widget()), words.height) << date;
   }
+}
+
+// A row of a list shows one item after another.
+TEST(Layout, LinesEndWhereTheirColumnEndsAlsoInTheNextItem) {
+  ViewOnScreen screen(column("1 KB", 80));
+  ASSERT_TRUE(screen.update(column("23 September 2026 at 14:05", 80)));
+  runFor(100);
+  GtkLabel* const label = screen.labels().at(0);
+  PangoLayout* const layout = gtk_label_get_layout(label);
+  ASSERT_GT(pango_layout_get_line_count(layout), 1);
+  int left = 0;
+  gtk_label_get_layout_offsets(label, &left, nullptr);
+  double x = 0;
+  gtk_widget_translate_coordinates(GTK_WIDGET(label), screen.widget(), left, 0, &x, nullptr);
+  PangoLayoutIter* const line = pango_layout_get_iter(layout);
+  do {
+    PangoRectangle words{};
+    pango_layout_iter_get_line_extents(line, nullptr, &words);
+    EXPECT_NEAR(x + pango_units_to_double(words.x + words.width), 80, 2);
+  } while (pango_layout_iter_next_line(line) != FALSE);
+  pango_layout_iter_free(line);
 }
 
 TEST(Layout, ALongNameIsCutToOneLine) {

@@ -76,6 +76,18 @@ TEST(Paragraphs, AreNotBroken) {
             1 + std::count(text.begin(), text.end(), '\n'));
 }
 
+TEST(SourceTextOnScreen, FillsInEachTextThatTakesItsPlace) {
+  desktop::SourceText source;
+  source.setText(numbers(200'000));
+  EXPECT_FALSE(source.isComplete());
+  source.fill();
+  EXPECT_TRUE(runUntil([&] { return source.isComplete(); }));
+  const std::string next = numbers(300'000);
+  source.setText(next);
+  EXPECT_TRUE(runUntil([&] { return source.isComplete(); }));
+  EXPECT_TRUE(textOf(source) == next);
+}
+
 TEST(LongLineCopied, IsWhole) {
   const std::string text = numbers(50'000);
   desktop::SourceText source;
