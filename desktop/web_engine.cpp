@@ -3,6 +3,7 @@
 #include "desktop/client_libraries.h"
 #include "desktop/graphics.h"
 #include "desktop/page_focus.h"
+#include "desktop/page_menu.h"
 #include "desktop/web_extension/store_message.h"
 
 namespace lumisk::desktop {
@@ -29,6 +30,8 @@ GRef<WebKitSettings> makeSettings(bool hasCard) {
   webkit_settings_set_enable_html5_local_storage(settings.get(), FALSE);
   webkit_settings_set_enable_html5_database(settings.get(), FALSE);
   webkit_settings_set_enable_page_cache(settings.get(), FALSE);
+  // The whole screen is the panel's to give: Escape would close it and not what asked for it.
+  webkit_settings_set_enable_fullscreen(settings.get(), FALSE);
   if (!hasCard)
     webkit_settings_set_hardware_acceleration_policy(settings.get(),
                                                      WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
@@ -57,6 +60,16 @@ gboolean refusePrint(WebKitWebView*, WebKitPrintOperation*, gpointer) { return T
 /// without one.
 gboolean refuseLogin(WebKitWebView*, WebKitAuthenticationRequest* request, gpointer) {
   webkit_authentication_request_authenticate(request, nullptr);
+  return TRUE;
+}
+
+/// Nor for a file, which the page could read and send away, or for a colour.
+gboolean refuseFile(WebKitWebView*, WebKitFileChooserRequest* request, gpointer) {
+  webkit_file_chooser_request_cancel(request);
+  return TRUE;
+}
+gboolean refuseColour(WebKitWebView*, WebKitColorChooserRequest* request, gpointer) {
+  webkit_color_chooser_request_cancel(request);
   return TRUE;
 }
 
@@ -123,7 +136,10 @@ GRef<WebKitWebView> WebEngine::makeView() const {
   g_signal_connect(view.get(), "script-dialog", G_CALLBACK(answerDialog), nullptr);
   g_signal_connect(view.get(), "print", G_CALLBACK(refusePrint), nullptr);
   g_signal_connect(view.get(), "authenticate", G_CALLBACK(refuseLogin), nullptr);
+  g_signal_connect(view.get(), "run-file-chooser", G_CALLBACK(refuseFile), nullptr);
+  g_signal_connect(view.get(), "run-color-chooser", G_CALLBACK(refuseColour), nullptr);
   g_signal_connect(view.get(), "decide-policy", G_CALLBACK(decidePolicy), nullptr);
+  trimPageMenu(view.get());
   return view;
 }
 

@@ -80,6 +80,31 @@ TEST(PageRequests, PermissionsAreDenied) {
   EXPECT_EQ(windowCount(), 1U);
 }
 
+TEST(PageRequests, NobodyIsAskedForAFileOrAColour) {
+  for (const char* const type : {"file", "color"}) {
+    PageOnScreen page("<!DOCTYPE html><body><input type=\"" + std::string(type) + "\"></body>");
+    page("document.querySelector('input').click()");  // as by a person's hand
+    runFor(700);
+    EXPECT_EQ(windowCount(), 1U) << type;
+    EXPECT_EQ(page("document.querySelector('input').files === null || "
+                   "document.querySelector('input').files.length === 0"),
+              "true")
+        << type;
+  }
+}
+
+TEST(PageRequests, ThePageDoesNotFillTheScreen) {
+  PageOnScreen page(pageWith("0"));
+  page(
+      "(document.body.requestFullscreen || document.body.webkitRequestFullscreen || "
+      "(() => {})).call(document.body), 1");
+  runFor(700);
+  EXPECT_EQ(page("String(document.fullscreenElement || document.webkitFullscreenElement || null)"),
+            "null");
+  auto* const window = GTK_WINDOW(gtk_widget_get_root(GTK_WIDGET(page.view())));
+  EXPECT_FALSE(gtk_window_is_fullscreen(window));
+}
+
 TEST(PageRequests, ALinkThatAsksForAWindowOpensInside) {
   const TemporaryFolder folder;
   writeAll(folder / "next.html", "<p id=\"next\">next</p>");

@@ -187,8 +187,9 @@ void XDesktop::reserveTop(int height) {
 
 void pressKeys(const std::string& keys) { runXdotool({"key", "--clearmodifiers", keys}); }
 
-void clickAt(int x, int y) {
-  runXdotool({"mousemove", "--sync", std::to_string(x), std::to_string(y), "click", "1"});
+void clickAt(int x, int y, MouseButton button) {
+  runXdotool({"mousemove", "--sync", std::to_string(x), std::to_string(y), "click",
+              std::to_string(static_cast<int>(button))});
 }
 
 void moveWindow(WindowId window, int x, int y) {

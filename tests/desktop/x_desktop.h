@@ -50,7 +50,8 @@ class XDesktop {
 
 /// Presses keys or turns to the mouse as a person would, in the notation of xdotool.
 void pressKeys(const std::string& keys);
-void clickAt(int x, int y);
+enum class MouseButton { Left = 1, Right = 3 };
+void clickAt(int x, int y, MouseButton button = MouseButton::Left);
 /// Moves the window as a person would drag it there.
 void moveWindow(WindowId window, int x, int y);
 /// Has the window manager bring the window forward, as its key for that does.
