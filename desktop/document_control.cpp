@@ -10,8 +10,8 @@ namespace lumisk::desktop {
 namespace {
 
 constexpr double kPixelsOfATurn = 50;  // of a touchpad, that zoom as much as a wheel's notch
-constexpr double kLine = 40;           // pixels
-constexpr double kPageFraction = 0.9;  // so that the last line is seen again
+constexpr int kLine = 40;              // pixels
+constexpr int kPagePercent = 90;       // so that the last line is seen again
 
 /// Long lines of a page scroll within what holds them: what is nearest to the middle of the view
 /// and has something to scroll is moved, else the page. An element may bear the name of one of the
@@ -36,23 +36,25 @@ constexpr const char* kScrollSideways = R"js(
   }))js";
 
 std::string scriptFor(ScrollStep step) {
+  const std::string line = std::to_string(kLine);
+  const std::string page = "innerHeight * " + std::to_string(kPagePercent) + " / 100";
   switch (step) {
     case ScrollStep::LineUp:
-      return "window.scrollBy(0, -40)";
+      return "scrollBy(0, -" + line + ")";
     case ScrollStep::LineDown:
-      return "window.scrollBy(0, 40)";
+      return "scrollBy(0, " + line + ")";
     case ScrollStep::LineLeft:
-      return std::string(kScrollSideways) + "(-40)";
+      return kScrollSideways + ("(-" + line + ")");
     case ScrollStep::LineRight:
-      return std::string(kScrollSideways) + "(40)";
+      return kScrollSideways + ("(" + line + ")");
     case ScrollStep::PageUp:
-      return "window.scrollBy(0, -0.9 * window.innerHeight)";
+      return "scrollBy(0, -" + page + ")";
     case ScrollStep::PageDown:
-      return "window.scrollBy(0, 0.9 * window.innerHeight)";
+      return "scrollBy(0, " + page + ")";
     case ScrollStep::ToStart:
-      return "window.scrollTo(0, 0)";
+      return "scrollTo(0, 0)";
     case ScrollStep::ToEnd:
-      return "window.scrollTo(0, document.documentElement.scrollHeight)";
+      return "scrollTo(0, document.documentElement.scrollHeight)";
   }
   return "";
 }
@@ -61,7 +63,7 @@ void scrollWindow(GtkScrolledWindow* scrolled, ScrollStep step) {
   const bool isSideways = step == ScrollStep::LineLeft || step == ScrollStep::LineRight;
   GtkAdjustment* adjustment = isSideways ? gtk_scrolled_window_get_hadjustment(scrolled)
                                          : gtk_scrolled_window_get_vadjustment(scrolled);
-  const double page = gtk_adjustment_get_page_size(adjustment) * kPageFraction;
+  const double page = gtk_adjustment_get_page_size(adjustment) * kPagePercent / 100;
   double value = gtk_adjustment_get_value(adjustment);
   switch (step) {
     case ScrollStep::LineUp:
@@ -134,17 +136,6 @@ void setZoom(GtkWidget* root, double zoom) {
     if (WEBKIT_IS_WEB_VIEW(widget)) webkit_web_view_set_zoom_level(WEBKIT_WEB_VIEW(widget), zoom);
     if (GTK_IS_TEXT_VIEW(widget)) zoomText(widget, zoom);
   });
-}
-
-bool print(GtkWidget* root, GtkWindow* parent) {
-  WebKitWebView* page = nullptr;
-  forEachBelow(root, [&page](GtkWidget* widget) {
-    if (WEBKIT_IS_WEB_VIEW(widget)) page = WEBKIT_WEB_VIEW(widget);
-  });
-  if (page == nullptr) return false;
-  const auto operation = GRef<WebKitPrintOperation>::adopt(webkit_print_operation_new(page));
-  webkit_print_operation_run_dialog(operation.get(), parent);
-  return true;
 }
 
 }  // namespace lumisk::desktop

@@ -17,7 +17,5 @@ inline constexpr double kZoomStep = 1.1;
 double zoomFactor(double turn, GdkScrollUnit unit);
 /// Shows every page and text below `root` at `zoom`, 1 being their own size.
 void setZoom(GtkWidget* root, double zoom);
-/// Lets the person print the page below `root`; false when there is none.
-bool print(GtkWidget* root, GtkWindow* parent);
 
 }  // namespace lumisk::desktop

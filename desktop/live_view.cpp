@@ -17,8 +17,14 @@ constexpr const char* kBlankBase = "file:///";
 
 /// The session's storage and the window's name belong to the view, not to the page. Run where a
 /// page's first own script would run, because the page before may write until the moment it goes.
-constexpr const char* kForgetScript =
-    "try { sessionStorage.clear(); } catch (e) {} window.name = '';";
+/// A site that a link led to keeps them: they are how its own pages hand on to each other, and the
+/// next document does not get its view.
+constexpr const char* kForgetScript = R"js(
+  if (!location.protocol.startsWith('http')) {
+    try { sessionStorage.clear(); } catch (e) {}
+    window.name = '';
+  }
+)js";
 
 /// Ends when a frame of the page has left the web process. Until it has something to paint, or all
 /// of its text, the engine holds the frames back. Drawn by the processor, a frame goes out before
@@ -30,6 +36,7 @@ constexpr const char* kFrame = R"js(
   await nextFrame();
   await (isDrawnByCard ? nextFrame() : new Promise((done) => setTimeout(done)));
 )js";
+
 bool isDrawnByCard(WebKitWebView* view) {
   return webkit_settings_get_hardware_acceleration_policy(webkit_web_view_get_settings(view)) !=
          WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER;
@@ -72,7 +79,8 @@ LiveView::LiveView(const WebEngine& engine)
     : view_(engine.makeView()),
       loadChanged_(view_.get(), "load-changed", G_CALLBACK(&LiveView::loadChanged), this),
       loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
-      terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this) {
+      terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this),
+      decidePolicy_(view_.get(), "decide-policy", G_CALLBACK(&LiveView::decidePolicy), this) {
   runAtEachPage(webkit_web_view_get_user_content_manager(view()), kForgetScript);
 }
 
@@ -84,7 +92,7 @@ LiveView::~LiveView() {
 
 void LiveView::scrub() {
   frame_.forget();
-  onFinished = onDrawn = onTerminated = onHistoryChanged = nullptr;
+  detach();
   webkit_web_view_stop_loading(view());
   webkit_find_controller_search_finish(webkit_web_view_get_find_controller(view()));
   webkit_web_view_set_zoom_level(view(), 1.0);
@@ -100,8 +108,7 @@ void LiveView::begin(const std::string& awaited, std::function<void()> start) {
   if (isScrubbed_ && firstSession_)
     webkit_web_view_restore_session_state(view(), firstSession_.get());
   isScrubbed_ = false;
-  hasLeftDocument_ = false;
-  awaited_ = awaited;
+  awaited_ = own_ = awaited;
   start_ = std::move(start);
   if (hasShownPage_) patience_.after(kPatience, [this] { startAgain(); });
   start_();
@@ -127,6 +134,23 @@ void LiveView::loadText(std::string_view html, const char* baseUri) {
           webkit_web_view_load_bytes(view(), bytes.get(), "text/html", "UTF-8",
                                      base.empty() ? nullptr : base.c_str());
         });
+}
+
+void LiveView::print(GtkWindow* parent) {
+  if (isPrinting()) return;
+  printing_ = GRef<WebKitPrintOperation>::adopt(webkit_print_operation_new(view()));
+  printed_ = std::make_unique<SignalHandler>(printing_.get(), "finished",
+                                             G_CALLBACK(&LiveView::printed), this);
+  const GRef<WebKitPrintOperation> operation = printing_;
+  if (webkit_print_operation_run_dialog(operation.get(), parent) ==
+      WEBKIT_PRINT_OPERATION_RESPONSE_CANCEL)
+    printed(operation.get(), this);
+}
+
+void LiveView::printed(WebKitPrintOperation*, gpointer self) {
+  auto* live = static_cast<LiveView*>(self);
+  live->printing_ = {};
+  call(live->onPrinted);
 }
 
 bool LiveView::canGoBack() const { return entriesBehind(view()) > entriesBefore_; }
@@ -162,6 +186,22 @@ void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpo
   call(live->onTerminated);
 }
 
+/// The history begins with the pages of other documents, which a page's script could go back to:
+/// the file of the page is this document's by now, and what was left out of the first one for want
+/// of a diagram would be missing in it.
+gboolean LiveView::decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
+                                WebKitPolicyDecisionType type, gpointer self) {
+  if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
+  WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(
+      WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+  const std::string_view target =
+      webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+  const std::string_view page = target.substr(0, target.find('#'));
+  if (!isPageAddress(page) || isLoadOf(page, static_cast<LiveView*>(self)->own_)) return FALSE;
+  webkit_policy_decision_ignore(decision);
+  return TRUE;
+}
+
 void LiveView::committed() {
   const char* const uri = committedAddress(view(), awaited_);
   if (uri == nullptr) return;
@@ -188,6 +228,7 @@ void LiveView::finished() {
 
 std::unique_ptr<LiveView> LiveViews::take() {
   patience_.cancel();
+  warmingUp_.cancel();
   if (warm_ && warm_->isFit()) return std::move(warm_);
   warm_.reset();
   return std::make_unique<LiveView>(engine_);
@@ -197,20 +238,40 @@ void LiveViews::warmUp() {
   if (!warm_) giveBack(std::make_unique<LiveView>(engine_));
 }
 
+/// At once it would be in the way of the next document, which comes in the same turn when a person
+/// walks on.
+void LiveViews::warmUpSoon() {
+  warmingUp_.after(0, [this] { warmUp(); });
+}
+
 void LiveViews::giveBack(std::unique_ptr<LiveView> view) {
   if (view->hasLeftDocument()) {
     // The kept one belongs to the same session.
     warm_.reset();
     engine_.forgetSites();
   }
-  if (view->isLarge()) {
+  if (view->isPrinting()) return keepUntilPrinted(std::move(view));
+  if (!view->isFit()) {
     view.reset();
-    return warmUp();
+    return warmUpSoon();
   }
-  if (!view->isFit() || warm_) return;
+  if (warm_) return;
   view->scrub();
   warm_ = std::move(view);
   if (warm_->hasShownPage()) patience_.after(kPatience, [this] { dropIfBusy(); });
+}
+
+/// Scrubbed or ended, it would print an empty page, and the engine expects it to be there.
+void LiveViews::keepUntilPrinted(std::unique_ptr<LiveView> view) {
+  view->detach();
+  view->onPrinted = [this] {
+    // It is still calling.
+    printed_.after(0, [this] {
+      std::erase_if(printing_, [](const auto& kept) { return !kept->isPrinting(); });
+    });
+  };
+  printing_.push_back(std::move(view));
+  warmUpSoon();
 }
 
 void LiveViews::dropIfBusy() {

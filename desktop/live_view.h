@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "desktop/gref.h"
 #include "desktop/host_scripts.h"
@@ -35,7 +36,6 @@ class LiveView {
   bool isFit() const { return !isDead_ && !hasLeftDocument_ && !isLarge_; }
   /// To be told when the document is a large one: its process keeps gigabytes, which go with it.
   void setLarge() { isLarge_ = true; }
-  bool isLarge() const { return isLarge_; }
   /// Whether a link led it elsewhere.
   bool hasLeftDocument() const { return hasLeftDocument_; }
   /// Puts an empty page in the document's place. `isScrubbed` is true once it is there, which a
@@ -44,6 +44,14 @@ class LiveView {
   bool isScrubbed() const { return isScrubbed_ && awaited_.empty(); }
   /// Whether the web process has shown a page, so that the next needs no more than a moment.
   bool hasShownPage() const { return hasShownPage_; }
+
+  /// Asks the person how to print the page, and prints it. Returns when they have answered; what
+  /// the main loop does meanwhile may give the view back, but not destroy it.
+  void print(GtkWindow* parent);
+  /// From the question to the last sheet.
+  bool isPrinting() const { return static_cast<bool>(printing_); }
+  /// Lets go of all that is told of the page.
+  void detach() { onFinished = onDrawn = onTerminated = onHistoryChanged = nullptr; }
 
   /// Starts a load of the host's own; what the view goes to by itself after that counts as leaving.
   /// A process that was used before and does not take the page up is busy with an earlier one for
@@ -61,11 +69,16 @@ class LiveView {
   std::function<void()> onTerminated;
   /// What can be gone back to has changed.
   std::function<void()> onHistoryChanged;
+  /// Printing is over, or was given up.
+  std::function<void()> onPrinted;
 
  private:
   static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
   static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*, gpointer self);
   static void terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self);
+  static gboolean decidePolicy(WebKitWebView*, WebKitPolicyDecision*, WebKitPolicyDecisionType,
+                               gpointer self);
+  static void printed(WebKitPrintOperation*, gpointer self);
   void begin(const std::string& awaited, std::function<void()> start);
   void startAgain();
   void committed();
@@ -81,9 +94,14 @@ class LiveView {
   SignalHandler loadChanged_;
   SignalHandler loadFailed_;
   SignalHandler terminated_;
+  SignalHandler decidePolicy_;
   PageQuestion frame_;
+  GRef<WebKitPrintOperation> printing_;
+  std::unique_ptr<SignalHandler> printed_;
   /// The address of the host's load that has not been committed yet, empty afterwards.
   std::string awaited_;
+  /// The address of the host's latest load.
+  std::string own_;
   /// The history as it was after the view's first page: restoring it forgets all that came later.
   std::unique_ptr<WebKitWebViewSessionState, FreeSession> firstSession_;
   /// How many entries of the history lie before this document's own.
@@ -109,18 +127,24 @@ class LiveViews {
 
   /// The warm view if there is one, else a fresh one.
   std::unique_ptr<LiveView> take();
-  /// Keeps the view for the next document if it is fit.
+  /// Keeps the view for the next document if it is fit; if not, another is made warm soon.
   void giveBack(std::unique_ptr<LiveView> view);
   /// Has a warm view from now on, though there was no document yet.
   void warmUp();
   bool hasWarmView() const { return static_cast<bool>(warm_); }
 
  private:
+  void warmUpSoon();
+  void keepUntilPrinted(std::unique_ptr<LiveView> view);
   void dropIfBusy();
 
   WebEngine& engine_;
   std::unique_ptr<LiveView> warm_;
+  /// Views that no preview has any more, but a printer still does.
+  std::vector<std::unique_ptr<LiveView>> printing_;
+  Deferred printed_;
   Deferred patience_;
+  Deferred warmingUp_;
 };
 
 }  // namespace lumisk::desktop

@@ -6,7 +6,6 @@
 #include "desktop/accessible_name.h"
 #include "desktop/default_application.h"
 #include "desktop/document_control.h"
-#include "desktop/panel_menu.h"
 #include "desktop/service/owned.h"
 #include "desktop/service/previewer_names.h"
 #include "desktop/status_page.h"
@@ -30,11 +29,21 @@ void showOpenLabel(GtkLabel* label, const std::string& text) {
   gtk_label_set_max_width_chars(label, isLong ? kLongestOpenLabel : -1);
 }
 
+/// Nobody can answer a question about a document that has gone, how to print it for one.
+void cancelDialogs(GtkWindow* window) {
+  GListModel* const windows = gtk_window_get_toplevels();
+  for (guint i = g_list_model_get_n_items(windows); i-- > 0;) {
+    const auto each = GRef<GtkWindow>::adopt(GTK_WINDOW(g_list_model_get_item(windows, i)));
+    if (GTK_IS_DIALOG(each.get()) && gtk_window_get_transient_for(each.get()) == window)
+      gtk_dialog_response(GTK_DIALOG(each.get()), GTK_RESPONSE_CANCEL);
+  }
+}
+
 }  // namespace
 
 Panel::Panel(const Platform& platform, LiveViews& liveViews)
     : platform_(platform), webViews_(liveViews) {
-  webViews_.onHistoryChanged = [this] { updateHeader(); };
+  webViews_.onHistoryChanged = [this] { updateCommands(); };
   // The dying view is still calling; it goes once it has returned.
   webViews_.onTerminated = [this] { afterCrash_.after(0, [this] { showCrash(); }); };
   webViews_.onFinished = [this] {
@@ -77,9 +86,9 @@ GtkWidget* Panel::buildHeader() {
   gtk_button_set_child(GTK_BUTTON(openButton_), gtk_label_new(nullptr));
   gtk_widget_set_visible(openButton_, FALSE);
   adw_header_bar_pack_start(ADW_HEADER_BAR(header), backButton_);
-  adw_header_bar_pack_end(
-      ADW_HEADER_BAR(header),
-      menuButtonNew(GTK_WIDGET(window_), [this](Command command) { perform(command); }));
+  menu_ = std::make_unique<PanelMenu>(GTK_WIDGET(window_),
+                                      [this](Command command) { perform(command); });
+  adw_header_bar_pack_end(ADW_HEADER_BAR(header), menu_->button());
   adw_header_bar_pack_end(ADW_HEADER_BAR(header), openButton_);
   const auto onClick = [this](GtkWidget* button, void (*handler)(Panel*)) {
     g_signal_connect_swapped(button, "clicked", G_CALLBACK(handler), this);
@@ -145,6 +154,7 @@ void Panel::close() {
   if (!isVisible()) return;
   shortcuts_.close();
   gtk_widget_set_visible(GTK_WIDGET(window_), FALSE);
+  gtk_window_unfullscreen(window_);  // it was for this item
   dropContent();
   if (onClosed) onClosed();
 }
@@ -169,12 +179,13 @@ void Panel::focusDocument() const {
 /// A layer that is not shown any more, as after a click on another mode, has let go of the focus.
 void Panel::contentChanged() {
   findBar_->documentChanged();
-  updateBackButton();
+  updateCommands();
   if (gtk_root_get_focus(GTK_ROOT(window_)) == nullptr) focusDocument();
 }
 
 void Panel::dropContent() {
   afterCrash_.cancel();
+  cancelDialogs(window_);
   findBar_->close();
   // When what has the focus goes, the toolkit looks for another holder at the next frame. In a
   // hidden window that frame is the one of the next preview, and its page would lose the keys
@@ -205,15 +216,21 @@ void Panel::updateHeader() {
     showOpenLabel(GTK_LABEL(gtk_button_get_child(GTK_BUTTON(openButton_))), label);
     setTooltipAndName(openButton_, label.c_str());
   }
-  updateBackButton();
+  updateCommands();
   adw_window_title_set_title(ADW_WINDOW_TITLE(title_), facts_.name.c_str());
   gtk_window_set_title(window_, facts_.name.c_str());
 }
 
-/// Beside a source text there is nothing to go back in.
-void Panel::updateBackButton() {
-  const bool isPageShown = content() != nullptr && findShownDocument(content()).page != nullptr;
-  gtk_widget_set_visible(backButton_, isPageShown && webViews_.canGoBack());
+/// Beside a source text there is nothing to go back in; in a folder there is nothing to find.
+void Panel::updateCommands() {
+  const ShownDocument shown = content() == nullptr ? ShownDocument() : findShownDocument(content());
+  gtk_widget_set_visible(backButton_, shown.page != nullptr && webViews_.canGoBack());
+  const bool hasText = shown.page != nullptr || shown.text != nullptr;
+  for (const Command command :
+       {Command::Find, Command::ZoomIn, Command::ZoomOut, Command::ZoomReset})
+    menu_->setEnabled(command, hasText);
+  menu_->setEnabled(Command::Print, webViews_.latestView() != nullptr);
+  menu_->setEnabled(Command::Reload, url_.has_value());
 }
 
 void Panel::showStatus(const ErrorRecord& error) {

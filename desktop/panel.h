@@ -11,6 +11,7 @@
 #include "desktop/commands.h"
 #include "desktop/find_bar.h"
 #include "desktop/item_facts.h"
+#include "desktop/panel_menu.h"
 #include "desktop/panel_size.h"
 #include "desktop/presentation.h"
 #include "desktop/shortcuts_window.h"
@@ -73,7 +74,7 @@ class Panel {
   void setContent(GtkWidget* content);
   void dropContent();
   void updateHeader();
-  void updateBackButton();
+  void updateCommands();
   /// Hands the keys to what is shown, past the picker of its modes.
   void focusDocument() const;
   void contentChanged();
@@ -99,6 +100,7 @@ class Panel {
   GtkWidget* openButton_ = nullptr;
   GtkWidget* contentBin_ = nullptr;
   GtkWidget* toasts_ = nullptr;
+  std::unique_ptr<PanelMenu> menu_;
   std::unique_ptr<FindBar> findBar_;
   std::unique_ptr<Presentation> presentation_;
   std::optional<FileURL> url_;

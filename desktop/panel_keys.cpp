@@ -70,8 +70,7 @@ void Panel::perform(Command command) {
     case Command::OpenWithDefault:
       return openWithDefault();
     case Command::Find:
-      if (shown.page != nullptr || shown.text != nullptr) findBar_->open();
-      return;
+      return findBar_->open();
     case Command::FindNext:
       return findBar_->next();
     case Command::FindPrevious:
@@ -85,8 +84,7 @@ void Panel::perform(Command command) {
     case Command::ZoomReset:
       return setZoomLevel(1);
     case Command::Print:
-      if (shownContent != nullptr) print(shownContent, window_);
-      return;
+      return webViews_.print(window_);
     case Command::Reload:
       if (url_) show(FileURL(*url_));
       return;

@@ -57,29 +57,32 @@ void appendItem(GMenu* menu, Command command) {
 
 }  // namespace
 
-GtkWidget* menuButtonNew(GtkWidget* window, const std::function<void(Command)>& perform) {
-  GSimpleActionGroup* group = g_simple_action_group_new();
-  GMenu* menu = g_menu_new();
+PanelMenu::PanelMenu(GtkWidget* window, const std::function<void(Command)>& perform)
+    : actions_(GRef<GSimpleActionGroup>::adopt(g_simple_action_group_new())),
+      button_(GRef<GtkWidget>::retain(gtk_menu_button_new())) {
+  const auto menu = GRef<GMenu>::adopt(g_menu_new());
   for (const Section& section : kSections) {
-    GMenu* part = g_menu_new();
+    const auto part = GRef<GMenu>::adopt(g_menu_new());
     for (const Command command : section) {
-      addAction(group, command, perform);
-      appendItem(part, command);
+      addAction(actions_.get(), command, perform);
+      appendItem(part.get(), command);
     }
-    g_menu_append_section(menu, nullptr, G_MENU_MODEL(part));
-    g_object_unref(part);
+    g_menu_append_section(menu.get(), nullptr, G_MENU_MODEL(part.get()));
   }
-  gtk_widget_insert_action_group(window, "panel", G_ACTION_GROUP(group));
-  g_object_unref(group);
-  GtkWidget* button = gtk_menu_button_new();
-  gtk_menu_button_set_icon_name(GTK_MENU_BUTTON(button), "open-menu-symbolic");
-  gtk_menu_button_set_menu_model(GTK_MENU_BUTTON(button), G_MENU_MODEL(menu));
-  gtk_menu_button_set_primary(GTK_MENU_BUTTON(button), TRUE);  // F10 opens it
-  setTooltipAndName(button, tr("panel.menu"));
+  gtk_widget_insert_action_group(window, "panel", G_ACTION_GROUP(actions_.get()));
+  auto* button = GTK_MENU_BUTTON(button_.get());
+  gtk_menu_button_set_icon_name(button, "open-menu-symbolic");
+  gtk_menu_button_set_menu_model(button, G_MENU_MODEL(menu.get()));
+  gtk_menu_button_set_primary(button, TRUE);  // F10 opens it
+  setTooltipAndName(button_.get(), tr("panel.menu"));
   // It hands the focus to the button that it is made of.
-  setAccessibleName(gtk_widget_get_first_child(button), tr("panel.menu"));
-  g_object_unref(menu);
-  return button;
+  setAccessibleName(gtk_widget_get_first_child(button_.get()), tr("panel.menu"));
+}
+
+void PanelMenu::setEnabled(Command command, bool isEnabled) {
+  GAction* const action =
+      g_action_map_lookup_action(G_ACTION_MAP(actions_.get()), rowOf(command).action);
+  g_simple_action_set_enabled(G_SIMPLE_ACTION(action), isEnabled);
 }
 
 }  // namespace lumisk::desktop

@@ -5,11 +5,23 @@
 #include <functional>
 
 #include "desktop/commands.h"
+#include "desktop/gref.h"
 
 namespace lumisk::desktop {
 
-/// The panel's menu button. Its items are actions of the group "panel", which is added to `window`
-/// and calls `perform`.
-GtkWidget* menuButtonNew(GtkWidget* window, const std::function<void(Command)>& perform);
+/// The panel's menu button and the actions of its items, in the group "panel" of `window`.
+class PanelMenu {
+ public:
+  /// `perform` is called for the item that was chosen.
+  PanelMenu(GtkWidget* window, const std::function<void(Command)>& perform);
+
+  GtkWidget* button() const { return button_.get(); }
+  /// An item that can do nothing for what is shown is greyed.
+  void setEnabled(Command command, bool isEnabled);
+
+ private:
+  GRef<GSimpleActionGroup> actions_;
+  GRef<GtkWidget> button_;
+};
 
 }  // namespace lumisk::desktop

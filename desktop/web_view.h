@@ -31,6 +31,7 @@ class DesktopWebView final : public WebView {
   GtkWidget* widget() const { return live_->widget(); }
   bool canGoBack() const { return live_->canGoBack(); }
   PageFocus focus() const { return focus_.focus(); }
+  void print(GtkWindow* parent) const { live_->print(parent); }
 
  private:
   struct Registration {
@@ -67,6 +68,11 @@ class DesktopWebViews final : public WebViewFactory {
 
   /// What has the focus in the latest web view.
   PageFocus focus() const { return latest_ == nullptr ? PageFocus::None : latest_->focus(); }
+
+  /// Lets the person print the latest web view's page, if there is one.
+  void print(GtkWindow* parent) const {
+    if (latest_ != nullptr) latest_->print(parent);
+  }
 
   WebKitWebView* latestView() const { return latest_ == nullptr ? nullptr : latest_->view(); }
 

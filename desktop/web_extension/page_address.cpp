@@ -16,9 +16,12 @@ std::string pageAddress(std::string_view fileUri, PageLoad load) {
   return address;
 }
 
+bool isPageAddress(std::string_view address) {
+  return address.starts_with("file:") && address.find(kLoadKey) != std::string_view::npos;
+}
+
 bool isWithoutDiagrams(std::string_view address) {
-  return address.starts_with("file:") && address.find(kLoadKey) != std::string_view::npos &&
-         address.ends_with(kNoDiagrams);
+  return isPageAddress(address) && address.ends_with(kNoDiagrams);
 }
 
 }  // namespace lumisk::desktop

@@ -23,6 +23,9 @@ struct PageLoad {
 /// `file:///x/preview.html` to `file:///x/preview.html?load=7&diagrams=none`.
 std::string pageAddress(std::string_view fileUri, PageLoad load);
 
+/// Whether this is the address of one of the host's loads, whatever part of the page it points to.
+bool isPageAddress(std::string_view address);
+
 /// Whether the page at this address was said to hold no diagram.
 bool isWithoutDiagrams(std::string_view address);
 

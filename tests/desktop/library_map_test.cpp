@@ -79,6 +79,10 @@ TEST(PageAddress, DiffersForEachLoad) {
   EXPECT_EQ(pageAddress("file:///p.html", {7, Diagrams::Possible}), "file:///p.html?load=7");
   EXPECT_EQ(pageAddress("file:///p.html", {8, Diagrams::None}),
             "file:///p.html?load=8&diagrams=none");
+  EXPECT_TRUE(isPageAddress("file:///p.html?load=7"));
+  EXPECT_TRUE(isPageAddress("file:///p.html?load=8&diagrams=none#part"));
+  EXPECT_FALSE(isPageAddress("file:///p.html"));
+  EXPECT_FALSE(isPageAddress("https://example.org/p.html?load=7"));
   EXPECT_FALSE(isWithoutDiagrams("file:///p.html?load=7"));
   EXPECT_TRUE(isWithoutDiagrams("file:///p.html?load=8&diagrams=none"));
 }

@@ -306,7 +306,8 @@ TEST_F(PanelTest, ALargeDocumentTakesItsWebViewWithIt) {
   g_object_add_weak_pointer(G_OBJECT(large), &large);
   panel_->close();
   EXPECT_TRUE(runUntil([&] { return large == nullptr; }));
-  EXPECT_TRUE(Program::shared().liveViews.hasWarmView()) << "the next one is not kept waiting";
+  EXPECT_TRUE(runUntil([] { return Program::shared().liveViews.hasWarmView(); }))
+      << "the next one is not kept waiting";
   ASSERT_NO_FATAL_FAILURE(open("data.csv"));
   gpointer usual = page();
   g_object_add_weak_pointer(G_OBJECT(usual), &usual);
