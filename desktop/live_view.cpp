@@ -101,6 +101,7 @@ void LiveView::scrub() {
   webkit_web_view_load_html(view(), "", kBlankBase);
   awaited_ = kBlankBase;
   isScrubbed_ = true;
+  hasOwnPage_ = false;
 }
 
 void LiveView::begin(const std::string& awaited, std::function<void()> start) {
@@ -211,6 +212,7 @@ void LiveView::committed() {
     patience_.cancel();
     start_ = nullptr;
     hasShownPage_ = true;
+    hasOwnPage_ = !isScrubbed_;
     entriesBefore_ = entriesBehind(view());
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
     if (onDrawn)

@@ -36,6 +36,9 @@ class LiveView {
   bool isFit() const { return !isDead_ && !hasLeftDocument_ && !isLarge_; }
   /// To be told when the document is a large one: its process keeps gigabytes, which go with it.
   void setLarge() { isLarge_ = true; }
+  /// Whether the view has come to a page of the document that has it now. Until then what happens
+  /// in it is still the earlier document's.
+  bool hasOwnPage() const { return hasOwnPage_; }
   /// Whether a link led it elsewhere.
   bool hasLeftDocument() const { return hasLeftDocument_; }
   /// Puts an empty page in the document's place. `isScrubbed` is true once it is there, which a
@@ -110,6 +113,7 @@ class LiveView {
   std::function<void()> start_;
   Deferred patience_;
   bool isScrubbed_ = false;
+  bool hasOwnPage_ = false;
   bool hasShownPage_ = false;
   bool isLarge_ = false;
   bool isEndedByHost_ = false;

@@ -15,10 +15,6 @@ constexpr double kLeastOpacity = 1.0 / 255;
 /// of another process.
 constexpr std::uint64_t kLargeItem = std::uint64_t{2} * 1024 * 1024;  // bytes
 
-void received(WebKitUserContentManager*, JSCValue* value, gpointer handler) {
-  static_cast<ScriptMessageHandler*>(handler)->didReceiveScriptMessage(scriptMessageBody(value));
-}
-
 }  // namespace
 
 DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguration& configuration)
@@ -56,12 +52,18 @@ void DesktopWebView::connect(const WebViewConfiguration& configuration) {
   for (const auto& [name, handler] : configuration.userContentController.scriptMessageHandlers) {
     // First the signal, then the handler: a message between the two would be lost.
     const std::string signal = "script-message-received::" + name;
-    auto connection =
-        std::make_unique<SignalHandler>(manager, signal.c_str(), G_CALLBACK(received), handler);
+    auto made = std::make_unique<Registration>(Registration{*live_, name, handler, nullptr});
+    made->received = std::make_unique<SignalHandler>(
+        manager, signal.c_str(), G_CALLBACK(&DesktopWebView::received), made.get());
     webkit_user_content_manager_register_script_message_handler(manager, name.c_str(), nullptr);
-    registrations_.push_back(
-        std::make_unique<Registration>(Registration{name, handler, std::move(connection)}));
+    registrations_.push_back(std::move(made));
   }
+}
+
+/// The page of the document before may post until it goes, and finds the handler by the same name.
+void DesktopWebView::received(WebKitUserContentManager*, JSCValue* value, gpointer registration) {
+  const auto* to = static_cast<const Registration*>(registration);
+  if (to->live.hasOwnPage()) to->handler->didReceiveScriptMessage(scriptMessageBody(value));
 }
 
 void DesktopWebView::setDrawsBackground(bool drawsBackground) {

@@ -35,10 +35,12 @@ class DesktopWebView final : public WebView {
 
  private:
   struct Registration {
+    const LiveView& live;
     std::string name;
     ScriptMessageHandler* handler;
     std::unique_ptr<SignalHandler> received;
   };
+  static void received(WebKitUserContentManager*, JSCValue* value, gpointer registration);
   void connect(const WebViewConfiguration& configuration);
   void hideUntilDrawn();
   void terminated();
