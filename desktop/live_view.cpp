@@ -193,14 +193,22 @@ void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpo
 gboolean LiveView::decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
                                 WebKitPolicyDecisionType type, gpointer self) {
   if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
+  auto* live = static_cast<LiveView*>(self);
   WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(
       WEBKIT_NAVIGATION_POLICY_DECISION(decision));
   const std::string_view target =
       webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+  if (target.starts_with("http")) live->meetSite();
   const std::string_view page = target.substr(0, target.find('#'));
-  if (!isPageAddress(page) || isLoadOf(page, static_cast<LiveView*>(self)->own_)) return FALSE;
+  if (!isPageAddress(page) || isLoadOf(page, live->own_)) return FALSE;
   webkit_policy_decision_ignore(decision);
   return TRUE;
+}
+
+/// What the site keeps of the visit is forgotten with the document.
+void LiveView::meetSite() {
+  if (std::exchange(isLedToSite_, true)) return;
+  WebEngine::acceptCookies(view());
 }
 
 void LiveView::committed() {
@@ -247,7 +255,7 @@ void LiveViews::warmUpSoon() {
 }
 
 void LiveViews::giveBack(std::unique_ptr<LiveView> view) {
-  if (view->hasLeftDocument()) {
+  if (view->hasMetSites()) {
     // The kept one belongs to the same session.
     warm_.reset();
     engine_.forgetSites();

@@ -33,14 +33,14 @@ class LiveView {
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
 
   /// Whether the next document may have this view.
-  bool isFit() const { return !isDead_ && !hasLeftDocument_ && !isLarge_; }
+  bool isFit() const { return !isDead_ && !hasMetSites() && !isLarge_; }
   /// To be told when the document is a large one: its process keeps gigabytes, which go with it.
   void setLarge() { isLarge_ = true; }
   /// Whether the view has come to a page of the document that has it now. Until then what happens
   /// in it is still the earlier document's.
   bool hasOwnPage() const { return hasOwnPage_; }
-  /// Whether a link led it elsewhere.
-  bool hasLeftDocument() const { return hasLeftDocument_; }
+  /// Whether a link led it elsewhere, or a frame of the document shows what lies elsewhere.
+  bool hasMetSites() const { return hasLeftDocument_ || isLedToSite_; }
   /// Puts an empty page in the document's place. `isScrubbed` is true once it is there, which a
   /// document whose script never ends holds up for ever.
   void scrub();
@@ -84,6 +84,7 @@ class LiveView {
   static void printed(WebKitPrintOperation*, gpointer self);
   void begin(const std::string& awaited, std::function<void()> start);
   void startAgain();
+  void meetSite();
   void committed();
   void finished();
 
@@ -120,6 +121,7 @@ class LiveView {
   bool hasFailed_ = false;
   bool isDead_ = false;
   bool hasLeftDocument_ = false;
+  bool isLedToSite_ = false;
 };
 
 /// Keeps at most one view warm while no document uses it.

@@ -1,5 +1,9 @@
 #include "desktop/web_engine.h"
 
+#include <algorithm>
+#include <initializer_list>
+#include <string_view>
+
 #include "desktop/client_libraries.h"
 #include "desktop/graphics.h"
 #include "desktop/page_focus.h"
@@ -22,6 +26,19 @@ GRef<WebKitWebContext> makeContext(const EngineFiles& files) {
   return context;
 }
 
+/// Takes functions out of the engine that have no setting of their own. One that it does not know
+/// is not there to be taken out.
+void takeOut(WebKitSettings* settings, std::initializer_list<std::string_view> features) {
+  WebKitFeatureList* const all = webkit_settings_get_all_features();
+  for (gsize i = 0; i < webkit_feature_list_get_length(all); ++i) {
+    WebKitFeature* const feature = webkit_feature_list_get(all, i);
+    const std::string_view name = webkit_feature_get_identifier(feature);
+    if (std::find(features.begin(), features.end(), name) != features.end())
+      webkit_settings_set_feature_enabled(settings, feature, FALSE);
+  }
+  webkit_feature_list_unref(all);
+}
+
 GRef<WebKitSettings> makeSettings(bool hasCard) {
   auto settings = GRef<WebKitSettings>::adopt(webkit_settings_new());
   webkit_settings_set_enable_javascript(settings.get(), TRUE);
@@ -32,6 +49,7 @@ GRef<WebKitSettings> makeSettings(bool hasCard) {
   webkit_settings_set_enable_page_cache(settings.get(), FALSE);
   // The whole screen is the panel's to give: Escape would close it and not what asked for it.
   webkit_settings_set_enable_fullscreen(settings.get(), FALSE);
+  takeOut(settings.get(), {"CacheAPI", "Cookie", "CookieStoreAPI"});
   if (!hasCard)
     webkit_settings_set_hardware_acceleration_policy(settings.get(),
                                                      WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
@@ -97,9 +115,16 @@ void refuseDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer) {
   webkit_download_cancel(download);
 }
 
+void setCookiePolicy(WebKitNetworkSession* session, WebKitCookieAcceptPolicy policy) {
+  webkit_cookie_manager_set_accept_policy(webkit_network_session_get_cookie_manager(session),
+                                          policy);
+}
+
 GRef<WebKitNetworkSession> makeSession() {
   auto session = GRef<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral());
   g_signal_connect(session.get(), "download-started", G_CALLBACK(refuseDownload), nullptr);
+  // Those of a document's images would be sent along by the next document with an image from there.
+  setCookiePolicy(session.get(), WEBKIT_COOKIE_POLICY_ACCEPT_NEVER);
   return session;
 }
 
@@ -114,6 +139,11 @@ WebEngine::WebEngine(const EngineFiles& files)
 }
 
 void WebEngine::forgetSites() { session_ = makeSession(); }
+
+void WebEngine::acceptCookies(WebKitWebView* view) {
+  setCookiePolicy(webkit_web_view_get_network_session(view),
+                  WEBKIT_COOKIE_POLICY_ACCEPT_NO_THIRD_PARTY);
+}
 
 void WebEngine::willLoad(Diagrams diagrams) {
   const bool isKept = lastDiagrams_ && *lastDiagrams_ != diagrams;

@@ -37,6 +37,10 @@ class WebEngine {
   /// that are made from then on.
   void forgetSites();
 
+  /// Lets the sites that the view leads to have cookies, which they do without until then. Those
+  /// last until the sites are forgotten.
+  static void acceptCookies(WebKitWebView* view);
+
   /// To be told before each load of a page with the diagram library. The web processes keep
   /// libraries by their CDN URL, so after a page that had the stand-in for the diagram library they
   /// must forget it, and the other way round.

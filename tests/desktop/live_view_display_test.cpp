@@ -8,7 +8,6 @@
 #include <set>
 #include <string>
 
-#include "core/markdown_page.h"
 #include "local_server.h"
 #include "preview_on_screen.h"
 #include "process_tree.h"
@@ -46,9 +45,18 @@ constexpr const char* kLooks =
 class OneDocument : public PreviewTest {
  protected:
   OneDocument() { writeAll(folder_ / "looks.md", kLooks); }
+
+  /// How long the history is in a view that has shown other documents.
+  std::string entriesOfTheNext() {
+    Preview preview(folder_ / "looks.md");
+    EXPECT_TRUE(preview.finishes());
+    return evaluate(preview.page(), "history.length");
+  }
 };
 
 TEST_F(OneDocument, LeavesNothingToTheNext) {
+  ASSERT_TRUE(Preview(folder_ / "guide.md").finishes()) << "warms a view up";
+  const std::string entriesAfterAPlainOne = entriesOfTheNext();
   for (const Trick& trick : kTricks) {
     for (const unsigned pause : {0U, 100U}) {
       SCOPED_TRACE(trick.label + std::string(" ") + std::to_string(pause));
@@ -69,6 +77,8 @@ TEST_F(OneDocument, LeavesNothingToTheNext) {
       EXPECT_EQ(webkit_web_view_get_zoom_level(first), 1);
       EXPECT_LE(webkit_back_forward_list_get_length(webkit_web_view_get_back_forward_list(first)),
                 2u);
+      EXPECT_EQ(evaluate(first, "history.length"), entriesAfterAPlainOne);
+      EXPECT_FALSE(preview.canGoBack());
     }
   }
 }
@@ -118,60 +128,6 @@ TEST_F(PreviewTest, TheEmptyPageBetweenNeverFinishesForTheNext) {
     runFor(50);
     EXPECT_EQ(preview.finishedLoads(), 1);
   }
-}
-
-TEST_F(PreviewTest, WhereThePageFileCannotBeWrittenThePageIsHandedOver) {
-  const std::filesystem::path pages = std::filesystem::path(g_get_user_cache_dir()) / "LumiskHTML";
-  writeAll(folder_ / "first.md", "# First");
-  writeAll(folder_ / "second.md", "# Second");
-  ASSERT_TRUE(Preview(folder_ / "guide.md").finishes()) << "warms a view up";
-  std::filesystem::remove_all(pages);
-  writeAll(pages, "a file in the folder's place");
-  for (const char* name : {"first", "second"}) {
-    Preview preview(folder_ / (name + std::string(".md")));
-    EXPECT_TRUE(preview.finishes());
-    EXPECT_EQ(evaluate(preview.page(), "document.querySelector('h1').textContent.toLowerCase()"),
-              name);
-    EXPECT_EQ(evaluate(preview.page(), "typeof mermaid"), "object") << "the libraries are there";
-  }
-  std::filesystem::remove(pages);
-}
-
-/// Makes it impossible to write the page file while it lives.
-class NoPageFile {
- public:
-  NoPageFile() {
-    std::filesystem::remove_all(pages_);
-    writeAll(pages_, "a file in the folder's place");
-  }
-  NoPageFile(const NoPageFile&) = delete;
-  NoPageFile& operator=(const NoPageFile&) = delete;
-  ~NoPageFile() { std::filesystem::remove(pages_); }
-
- private:
-  const std::filesystem::path pages_ = std::filesystem::path(g_get_user_cache_dir()) / "LumiskHTML";
-};
-
-TEST_F(PreviewTest, APageThatIsHandedOverIsWhole) {
-  const NoPageFile none;
-  writeAll(folder_ / "zero.md", std::string("# One\n\nbefore \0 after\n\n# Two\n", 29));
-  Preview preview(folder_ / "zero.md");
-  ASSERT_TRUE(preview.finishes());
-  EXPECT_EQ(evaluate(preview.page(), "document.querySelectorAll('h1').length"), "2");
-}
-
-// In a view whose process has not begun, and with what lies outside the document's folder.
-TEST_F(PreviewTest, APageThatIsHandedOverMayNameWhatLiesElsewhere) {
-  const NoPageFile none;
-  const TemporaryFolder elsewhere;
-  writeAll(elsewhere / "other.html", "<p id=\"other\">other</p>");
-  const std::string other = (elsewhere / "other.html").string();
-  const std::string source("# Here\n\n![](/elsewhere/x.png)\n\n[on](file://" + other + ")\n");
-  Program program({LUMISK_EXTENSION_FOLDER, LUMISK_STORE_FOLDER, LUMISK_CATALOGUES});
-  PageOnScreen page(buildMarkdownPage(source, "file:///tmp/", false), program);
-  EXPECT_EQ(page("document.querySelector('h1').textContent"), "Here");
-  page("document.querySelector('a').click()");
-  EXPECT_TRUE(page.becomes("document.getElementById('other') !== null"));
 }
 
 TEST_F(OneDocument, LeavesNoSiteThatItLedTo) {

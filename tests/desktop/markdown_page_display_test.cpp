@@ -60,11 +60,7 @@ TEST(MarkdownPage, OnlyAbsoluteImagePathsAreChanged) {
 
 TEST(MarkdownPage, ImagesOfTheDiskAreShown) {
   const TemporaryFolder folder;
-  // One red pixel.
-  writeAll(folder / "dot.gif",
-           std::string("GIF89a\x01\x00\x01\x00\x80\x00\x00\xff\x00\x00\x00\x00\x00,\x00\x00\x00\x00"
-                       "\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00;",
-                       35));
+  writeAll(folder / "dot.gif", kDot);
   const std::string path = (folder / "dot.gif").string();
   PageOnScreen page(buildMarkdownPage("![](" + path + ") ![](dot.gif)",
                                       "file://" + folder.path().string() + "/", false));

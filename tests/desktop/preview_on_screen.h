@@ -72,6 +72,7 @@ class Preview {
   std::string outlineOfWidgets() { return ui::outline(presentation_->content()->readBack()); }
   std::string outlineOfView() { return ui::outline(presentation_->view()->body()); }
   WebKitWebView* page() { return webViews_.latestView(); }
+  bool canGoBack() const { return webViews_.canGoBack(); }
   desktop::ShownDocument shown() { return desktop::findShownDocument(presentation_->widget()); }
 
  private:

@@ -87,14 +87,19 @@ Program& Program::shared() {
   return program;
 }
 
-PageOnScreen::PageOnScreen(const std::string& html, Program& program)
+const std::string kDot(
+    "GIF89a\x01\x00\x01\x00\x80\x00\x00\xff\x00\x00\x00\x00\x00,\x00\x00\x00\x00"
+    "\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00;",
+    35);
+
+PageOnScreen::PageOnScreen(const std::string& html, const FileURL& folder, Program& program)
     : webViews_(program.liveViews),
       context_{program.platform.platform(), webViews_},
       window_(GTK_WINDOW(gtk_window_new())) {
   desktop::installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
   ui::WebPage page;
   page.htmlContent = html;
-  page.baseURL = FileURL::fromPath("/tmp/");
+  page.baseURL = folder;
   page.onLoad = [this] { isLoaded_ = true; };
   page.onCheckboxToggle = [this](std::int64_t index, bool isChecked) {
     toggles_.push_back({index, isChecked});

@@ -47,7 +47,11 @@ class PageOnScreen {
   };
 
   /// Loads the page and waits for its end.
-  explicit PageOnScreen(const std::string& html, Program& program = Program::shared());
+  explicit PageOnScreen(const std::string& html, Program& program = Program::shared())
+      : PageOnScreen(html, FileURL::fromPath("/tmp/"), program) {}
+  /// The page of an item in `folder`.
+  PageOnScreen(const std::string& html, const FileURL& folder,
+               Program& program = Program::shared());
   ~PageOnScreen();
 
   std::string operator()(const std::string& script) { return evaluate(view(), script); }
@@ -66,6 +70,9 @@ class PageOnScreen {
   std::unique_ptr<desktop::Element> element_;
   GtkWindow* window_;
 };
+
+/// A GIF of one red pixel.
+extern const std::string kDot;
 
 /// A folder of client libraries that is the installed one without some files.
 void copyStoreWithout(const std::filesystem::path& destination,
