@@ -36,7 +36,8 @@ TEST(LateMessages, OfAnEarlierDocumentReachNoLaterOne) {
       {"again and again", "setInterval(() => { " + post1 + " }, 0);"},
       {"when it goes",
        "for (const end of ['pagehide', 'unload', 'visibilitychange', 'beforeunload'])"
-       "  addEventListener(end, () => { " + post1 + " });"},
+       "  addEventListener(end, () => { " +
+           post1 + " });"},
       {"from a loop that takes a while",
        "setTimeout(() => { const end = Date.now() + 300; while (Date.now() < end) " + post1 +
            " }, 50);"},

@@ -7,6 +7,7 @@
 #include "desktop/picture.h"
 #include "desktop/texts.h"
 #include "panel_on_screen.h"
+#include "picture_reading.h"
 
 namespace lumisk::test {
 namespace {
@@ -44,6 +45,19 @@ class PanelPictures : public testing::TestWithParam<Look> {
     ASSERT_TRUE(runUntil([&] { return static_cast<bool>(picture = desktop::pictureOf(widget)); }));
     EXPECT_TRUE(desktop::writePicture(picture.get(), file)) << file;
     EXPECT_FALSE(desktop::isBlank(picture.get())) << file;
+    if (GetParam().isDark) {
+      EXPECT_LT(meanLightness(picture.get()), 100) << file;
+    } else {
+      EXPECT_GT(meanLightness(picture.get()), 180) << file;
+    }
+  }
+  /// Below the bars, which are never blank: what the panel shows of the item.
+  void expectContent() {
+    const desktop::ShownDocument shown = desktop::findShownDocument(panel_->content());
+    GtkWidget* const document = shown.page != nullptr ? GTK_WIDGET(shown.page) : panel_->content();
+    const auto picture = desktop::pictureOf(document);
+    ASSERT_TRUE(picture);
+    EXPECT_FALSE(desktop::isBlank(picture.get()));
   }
   void expectPicture(const std::string& name) { expectPicture(panel_.root(), name); }
 
@@ -53,8 +67,10 @@ class PanelPictures : public testing::TestWithParam<Look> {
 
 TEST_P(PanelPictures, OfEachKind) {
   for (const char* const name : ItemsToShow::kNames) {
+    SCOPED_TRACE(name);
     ASSERT_TRUE(panel_.open(items_ / name));
     expectPicture(name);
+    expectContent();
   }
 }
 

@@ -13,6 +13,7 @@
 #include "desktop/picture.h"
 #include "extension/mode_selection.h"
 #include "folder/folder_preview_view.h"
+#include "picture_reading.h"
 #include "preview_on_screen.h"
 #include "support/files.h"
 #include "ui/outline.h"
@@ -25,6 +26,14 @@ using testing::HasSubstr;
 
 constexpr const char* kItems[] = {"guide.md",   "data.json", "log.jsonl",
                                   "people.csv", "main.cpp",  "folder"};
+
+void expectLightness(GdkTexture* picture, bool isDark) {
+  if (isDark) {
+    EXPECT_LT(meanLightness(picture), 80);
+  } else {
+    EXPECT_GT(meanLightness(picture), 200);
+  }
+}
 
 TEST_F(PreviewTest, TheWidgetsShowWhatTheViewSays) {
   std::filesystem::create_directories(LUMISK_ARTEFACTS);
@@ -50,6 +59,17 @@ TEST_F(PreviewTest, TheWidgetsShowWhatTheViewSays) {
       EXPECT_TRUE(desktop::writePicture(picture.get(), std::string(LUMISK_ARTEFACTS) + "/" + item +
                                                            (isDark ? "-dark.png" : "-light.png")));
       EXPECT_FALSE(desktop::isBlank(picture.get()));
+      expectLightness(picture.get(), isDark);
+      // Nor below the bars, which are never blank: the document's own part of it.
+      const desktop::ShownDocument shown = preview.shown();
+      GtkWidget* const document =
+          shown.page != nullptr ? GTK_WIDGET(shown.page) : GTK_WIDGET(shown.scrolled);
+      ASSERT_NE(document, nullptr);
+      const auto own = desktop::pictureOf(document);
+      ASSERT_TRUE(own);
+      EXPECT_FALSE(desktop::isBlank(own.get()));
+      // What is no page stands on the window's colour and has none of its own.
+      if (shown.page != nullptr) expectLightness(own.get(), isDark);
     }
   }
 }
