@@ -2,40 +2,14 @@
 // changes.
 
 #include <signal.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <map>
+#include <string>
 
 #include "panel_test.h"
+#include "process_tree.h"
 
 namespace lumisk::test {
 namespace {
-
-/// The web processes that this program has started.
-std::vector<pid_t> webProcesses() {
-  std::map<pid_t, std::pair<pid_t, std::string>> all;  // with their parents and names
-  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-    std::ifstream file(entry.path() / "stat");
-    std::string line;
-    if (!std::getline(file, line)) continue;
-    const std::size_t open = line.find('(');
-    const std::size_t close = line.rfind(')');
-    if (open == std::string::npos || close == std::string::npos) continue;
-    const pid_t parent = std::stoi(line.substr(close + 4));  // after ") S "
-    all[std::stoi(line)] = {parent, line.substr(open + 1, close - open - 1)};
-  }
-  std::vector<pid_t> found;
-  for (const auto& [process, facts] : all) {
-    if (!facts.second.starts_with("WebKitWebProces")) continue;
-    pid_t ancestor = facts.first;
-    while (ancestor > 1 && ancestor != getpid() && all.contains(ancestor))
-      ancestor = all[ancestor].first;
-    if (ancestor == getpid()) found.push_back(process);
-  }
-  return found;
-}
 
 class PanelEventsTest : public PanelTest {
  protected:
@@ -48,8 +22,8 @@ class PanelEventsTest : public PanelTest {
 /// Kills the web processes when the engine has taken up the page.
 void killWhenCommitted(WebKitWebView*, WebKitLoadEvent event, gpointer killed) {
   if (event != WEBKIT_LOAD_COMMITTED) return;
-  for (const pid_t process : webProcesses()) {
-    kill(process, SIGKILL);
+  for (const std::string& process : webProcesses()) {
+    kill(std::stoi(process), SIGKILL);
     ++*static_cast<int*>(killed);
   }
 }
