@@ -164,16 +164,23 @@ void Panel::setContent(GtkWidget* content) {
   focusDocument();
 }
 
+/// Where nothing is that could take the keys, as in an empty folder, the content as a whole does:
+/// the toolkit would give them to a button of the header, which Space would press.
 void Panel::focusDocument() const {
   if (content() == nullptr) return;
   const ShownDocument shown = findShownDocument(content());
-  if (shown.page != nullptr)
-    gtk_widget_grab_focus(GTK_WIDGET(shown.page));
-  else if (shown.text != nullptr)
-    gtk_widget_grab_focus(GTK_WIDGET(shown.text));
-  else
-    gtk_widget_child_focus(shown.scrolled != nullptr ? GTK_WIDGET(shown.scrolled) : content(),
-                           GTK_DIR_TAB_FORWARD);
+  GtkWidget* document = GTK_WIDGET(shown.page);
+  if (document == nullptr) document = GTK_WIDGET(shown.text);
+  gtk_widget_set_focusable(contentBin_, FALSE);
+  const bool isTaken =
+      document != nullptr
+          ? gtk_widget_grab_focus(document)
+          : gtk_widget_child_focus(
+                shown.scrolled != nullptr ? GTK_WIDGET(shown.scrolled) : content(),
+                GTK_DIR_TAB_FORWARD);
+  if (isTaken) return;
+  gtk_widget_set_focusable(contentBin_, TRUE);
+  gtk_widget_grab_focus(contentBin_);
 }
 
 /// A layer that is not shown any more, as after a click on another mode, has let go of the focus.

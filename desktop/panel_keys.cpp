@@ -115,7 +115,8 @@ PageFocus Panel::pageFocus() const {
 bool Panel::isTyping() const { return findBar_->hasFocus() || pageFocus() == PageFocus::Text; }
 
 /// Whether the key presses what has the focus, a button of the header or something in the page, or
-/// works in an open menu.
+/// works in an open menu. The button of a calm page has the focus without having been come to, so
+/// it takes Return alone: Space closes there as everywhere.
 bool Panel::isPressing(const KeyReading& reading) const {
   GtkWidget* focus = gtk_root_get_focus(GTK_ROOT(window_));
   if (focus == nullptr) return false;
@@ -124,8 +125,11 @@ bool Panel::isPressing(const KeyReading& reading) const {
   if (reading.modifiers != 0 || (!isReturn && reading.key != GDK_KEY_space)) return false;
   if (pageFocus() == PageFocus::Link) return isReturn;
   if (pageFocus() == PageFocus::Button) return true;
-  return GTK_IS_BUTTON(focus) && (!GTK_IS_TOGGLE_BUTTON(focus) ||
-                                  gtk_widget_get_ancestor(focus, GTK_TYPE_MENU_BUTTON) != nullptr);
+  if (!GTK_IS_BUTTON(focus)) return false;
+  if (gtk_widget_is_ancestor(focus, contentBin_) == TRUE)
+    return isReturn && GTK_IS_TOGGLE_BUTTON(focus) == FALSE;
+  return !GTK_IS_TOGGLE_BUTTON(focus) ||
+         gtk_widget_get_ancestor(focus, GTK_TYPE_MENU_BUTTON) != nullptr;
 }
 
 gboolean Panel::keyPressed(GtkEventControllerKey* keys, guint, guint, GdkModifierType,
