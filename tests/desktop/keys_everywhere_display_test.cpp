@@ -1,6 +1,8 @@
 // The keys that close and the arrows mean the same wherever the panel is: on pages, on folders, on
 // what has no preview.
 
+#include <cctype>
+
 #include "panel_on_screen.h"
 #include "panel_test.h"
 
@@ -48,6 +50,8 @@ TEST_P(EverywhereTest, KeysThatCloseDo) {
     EXPECT_TRUE(closes());
     EXPECT_EQ(hasQuit_, row.quits);
     EXPECT_EQ(panel_->presentation(), nullptr) << "what it showed is let go";
+    runFor(300);
+    EXPECT_TRUE(desktop_.windows().empty()) << "nor is it opened elsewhere";
   }
 }
 
@@ -57,9 +61,6 @@ TEST_P(EverywhereTest, ArrowsMoveTheSelection) {
   press("Down Up Right Left");
   EXPECT_TRUE(runUntil([&] { return steps_.size() >= 4; }));
   EXPECT_EQ(steps_, (std::vector<SelectionStep>{Down, Up, Right, Left}));
-  press("Tab Tab Tab shift+Down");
-  runFor(100);
-  EXPECT_EQ(steps_.size(), 4U) << "none of these is an arrow alone";
   EXPECT_TRUE(panel_->isVisible());
 }
 

@@ -35,7 +35,7 @@ class PanelTest : public testing::Test {
   void open(const char* name) {
     finishedLoads_ = 0;
     panel_->show(FileURL::fromPath((folder_ / name).string()));
-    if (panel_->presentation() != nullptr) {
+    if (page() != nullptr) {
       ASSERT_TRUE(runUntil([&] { return finishedLoads_ > 0; }));
     }
     // The window manager deals with one window after another: when it knows none but this one, it
