@@ -40,8 +40,8 @@ TEST_P(EverywhereTest, KeysThatCloseDo) {
     const char* keys;
     bool quits;
   };
-  for (const Row& row : {Row{"space", false}, Row{"Escape", false}, Row{"ctrl+w", false},
-                         Row{"ctrl+q", true}}) {
+  for (const Row& row :
+       {Row{"space", false}, Row{"Escape", false}, Row{"ctrl+w", false}, Row{"ctrl+q", true}}) {
     SCOPED_TRACE(row.keys);
     closings_ = 0;
     hasQuit_ = false;
