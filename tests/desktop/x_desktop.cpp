@@ -8,6 +8,7 @@
 #include <X11/Xutil.h>
 
 #include <chrono>
+#include <cstddef>
 #include <thread>
 
 #include "support/process.h"
@@ -163,6 +164,30 @@ std::string XDesktop::copiedText() const {
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
   }
   return event.xselection.property == 0 ? "" : text(connection_->own, property);
+}
+
+XDesktop::Lightness XDesktop::lightnessOfTheScreen() const {
+  Display* const display = connection_->display;
+  const int screen = DefaultScreen(display);
+  const int width = DisplayWidth(display, screen);
+  const int height = DisplayHeight(display, screen);
+  XImage* const image = XGetImage(display, connection_->root(), 0, 0, static_cast<unsigned>(width),
+                                  static_cast<unsigned>(height), AllPlanes, ZPixmap);
+  if (image == nullptr || image->bits_per_pixel != 32) {
+    ADD_FAILURE() << "no picture of the screen";
+    return {};
+  }
+  Lightness result{width, {}};
+  result.pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  for (int y = 0; y < height; ++y) {
+    const char* pixel = image->data + static_cast<std::ptrdiff_t>(y) * image->bytes_per_line;
+    for (int x = 0; x < width; ++x, pixel += 4) {
+      const auto colour = [&](int i) { return static_cast<unsigned char>(pixel[i]); };
+      result.pixels.push_back(static_cast<unsigned char>((colour(0) + colour(1) + colour(2)) / 3));
+    }
+  }
+  XDestroyImage(image);
+  return result;
 }
 
 void XDesktop::reserveTop(int height) {

@@ -35,6 +35,12 @@ class XDesktop {
   ScreenPlace placeOf(WindowId window) const;
   /// Whether keys go to this window, by the word of the server and of the window manager.
   bool hasKeyboard(WindowId window) const;
+  /// How light each pixel of the screen is, from 0 to 255, row by row, as a person sees it.
+  struct Lightness {
+    int width = 0;
+    std::vector<unsigned char> pixels;
+  };
+  Lightness lightnessOfTheScreen() const;
   /// Puts a dock along the upper edge of the screen, which stays as long as this object.
   void reserveTop(int height);
   /// What was copied last, as text; empty when there is none, or its owner does not answer.
