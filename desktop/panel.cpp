@@ -71,7 +71,7 @@ void Panel::buildWindow() {
   gtk_box_append(GTK_BOX(box), findBar_->widget());
   gtk_box_append(GTK_BOX(box), buildContent());
   adw_window_set_content(ADW_WINDOW(window_), box);
-  addKeys();
+  renewKeys();
   g_signal_connect(window_, "close-request", G_CALLBACK(&Panel::closeRequested), this);
 }
 
@@ -145,7 +145,9 @@ void Panel::showUnavailable(const std::string& title, const std::string& sentenc
 /// keeps the keyboard.
 void Panel::appear() {
   fitWindow();
-  if (!isVisible()) present();
+  if (isVisible()) return;
+  renewKeys();
+  present();
 }
 
 void Panel::present() { gtk_window_present(window_); }
@@ -172,12 +174,11 @@ void Panel::focusDocument() const {
   GtkWidget* document = GTK_WIDGET(shown.page);
   if (document == nullptr) document = GTK_WIDGET(shown.text);
   gtk_widget_set_focusable(contentBin_, FALSE);
-  const bool isTaken =
-      document != nullptr
-          ? gtk_widget_grab_focus(document)
-          : gtk_widget_child_focus(
-                shown.scrolled != nullptr ? GTK_WIDGET(shown.scrolled) : content(),
-                GTK_DIR_TAB_FORWARD);
+  const bool isTaken = document != nullptr
+                           ? gtk_widget_grab_focus(document)
+                           : gtk_widget_child_focus(
+                                 shown.scrolled != nullptr ? GTK_WIDGET(shown.scrolled) : content(),
+                                 GTK_DIR_TAB_FORWARD);
   if (isTaken) return;
   gtk_widget_set_focusable(contentBin_, TRUE);
   gtk_widget_grab_focus(contentBin_);

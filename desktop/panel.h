@@ -66,7 +66,7 @@ class Panel {
   void buildWindow();
   GtkWidget* buildHeader();
   GtkWidget* buildContent();
-  void addKeys();
+  void renewKeys();
   void appear();
   void fitWindow();
   void showStatus(const ErrorRecord& error);
@@ -95,6 +95,7 @@ class Panel {
   DesktopWebViews webViews_;
   RenderContext context_{platform_, webViews_};
   GtkWindow* window_ = nullptr;
+  GtkEventController* keys_ = nullptr;
   GtkWidget* title_ = nullptr;
   GtkWidget* backButton_ = nullptr;
   GtkWidget* openButton_ = nullptr;

@@ -48,11 +48,16 @@ std::optional<SelectionStep> selectionStep(guint key) {
 
 }  // namespace
 
-void Panel::addKeys() {
-  GtkEventController* keys = gtk_event_controller_key_new();
-  gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
-  g_signal_connect(keys, "key-pressed", G_CALLBACK(&Panel::keyPressed), this);
-  gtk_widget_add_controller(GTK_WIDGET(window_), keys);
+/// The toolkit's controller keeps to itself the release of each key whose press was handled. The
+/// release of the Space that closes the panel never comes, so that it would take the next one: a
+/// button in the page, which is pressed when the key is let go, would not be. Hence a new one each
+/// time the window comes on screen.
+void Panel::renewKeys() {
+  if (keys_ != nullptr) gtk_widget_remove_controller(GTK_WIDGET(window_), keys_);
+  keys_ = gtk_event_controller_key_new();
+  gtk_event_controller_set_propagation_phase(keys_, GTK_PHASE_CAPTURE);
+  g_signal_connect(keys_, "key-pressed", G_CALLBACK(&Panel::keyPressed), this);
+  gtk_widget_add_controller(GTK_WIDGET(window_), keys_);
 }
 
 void Panel::perform(Command command) {
