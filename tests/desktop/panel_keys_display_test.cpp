@@ -168,6 +168,20 @@ TEST_F(PanelKeysTest, ControlAndTheWheelZoom) {
   turn("5");
   EXPECT_TRUE(runUntil([&] { return zoomLevel() < 0.95; }));
   EXPECT_EQ(scrollTop(), 0) << "the page has stayed where it was";
+  ASSERT_TRUE(panel_->presentation()->selectMode("source"));
+  press("ctrl+0");
+  const desktop::ShownDocument source = desktop::findShownDocument(panel_->content());
+  click(GTK_WIDGET(source.text), 200, 100);
+  const int usual = lineHeight();
+  turn("4");
+  turn("4");
+  EXPECT_TRUE(runUntil([&] { return lineHeight() > usual; }));
+  EXPECT_NEAR(panel_->zoom(), 1.21, 1e-9);
+  turn("5");
+  turn("5");
+  EXPECT_TRUE(runUntil([&] { return lineHeight() == usual; }));
+  EXPECT_EQ(gtk_adjustment_get_value(gtk_scrolled_window_get_vadjustment(source.scrolled)), 0)
+      << "nor has the text moved";
 }
 
 class LongLineTest : public PanelKeysTest, public testing::WithParamInterface<const char*> {};

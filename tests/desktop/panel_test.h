@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "desktop/panel.h"
+#include "panel_on_screen.h"
 #include "screen.h"
 #include "support/files.h"
 #include "x_desktop.h"
@@ -89,6 +90,22 @@ class PanelTest : public testing::Test {
     };
     collect(panel_->content());
     return text;
+  }
+  std::string iconOfTheContent() {
+    const auto icons = shownBelow(panel_->content(), [](GtkWidget* w) { return GTK_IS_IMAGE(w); });
+    if (icons.size() != 1) return std::to_string(icons.size()) + " icons";
+    const char* const name = gtk_image_get_icon_name(GTK_IMAGE(icons.front()));
+    return name == nullptr ? "" : name;
+  }
+  /// Of the source text's first line, in pixels; 0 where none is shown.
+  int lineHeight() {
+    GtkTextView* const text = desktop::findShownDocument(panel_->content()).text;
+    if (text == nullptr) return 0;
+    GtkTextIter start;
+    gtk_text_buffer_get_start_iter(gtk_text_view_get_buffer(text), &start);
+    GdkRectangle place{};
+    gtk_text_view_get_iter_location(text, &start, &place);
+    return place.height;
   }
   bool closes() {
     return runUntil([&] { return closings_ == 1; }) && !panel_->isVisible();
