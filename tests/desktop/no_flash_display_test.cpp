@@ -110,7 +110,10 @@ TEST_F(NoFlashTest, AfterALightPage) {
     if (isClosed) panel_->close();
     appear(ADW_COLOR_SCHEME_FORCE_DARK);
     if (isClosed) {
-      ASSERT_TRUE(runUntil([&] { return !hasLightArea(desktop_.lightnessOfTheScreen()); }));
+      ASSERT_TRUE(runUntil([&] {
+        runFor(50);
+        return !hasLightArea(desktop_.lightnessOfTheScreen());
+      }));
       expectDark("the next", [&] { show(items_ / "table.csv"); });
     } else {
       // The page stays light until it is prepared anew, or another comes in its place.

@@ -44,11 +44,25 @@ TEST_F(PanelEventsTest, AWebProcessKilledDuringALoadIsReported) {
   EXPECT_GE(killed, 1);
   EXPECT_EQ(finishedLoads_, 0) << "it was during the load";
   EXPECT_TRUE(panel_->isVisible());
+  EXPECT_EQ(textOfTheContent(),
+            "The Preview Stopped Working\n"
+            "The process that shows pages has ended unexpectedly.\nReload\n");
+  EXPECT_EQ(iconOfTheContent(), "dialog-warning-symbolic");
   EXPECT_TRUE(GTK_IS_BUTTON(focus())) << "the button that reloads";
   press("Return");
   ASSERT_TRUE(runUntil([&] { return finishedLoads_ == 1; }));
   EXPECT_EQ(heading(), "Long");
   open("long.md");
+  EXPECT_EQ(heading(), "Tides");
+}
+
+TEST_F(PanelEventsTest, TheButtonOfTheCrashPageReloads) {
+  open("long.md");
+  webkit_web_view_terminate_web_process(page());
+  ASSERT_TRUE(runUntil([&] { return isCrashShown() && GTK_IS_BUTTON(focus()); }));
+  finishedLoads_ = 0;
+  click(focus(), 10, 10);
+  ASSERT_TRUE(runUntil([&] { return finishedLoads_ == 1; }));
   EXPECT_EQ(heading(), "Tides");
 }
 
@@ -107,6 +121,55 @@ TEST_F(PanelEventsTest, ThePanelFollowsTheAppearanceAtOnceAndThePageWhenPrepared
   ASSERT_TRUE(runUntil([&] { return finishedLoads_ == 2; }));
   EXPECT_NE(pageColours(), light);
   EXPECT_EQ(heading(), "Tides");
+}
+
+TEST_F(PanelEventsTest, WhatThePanelDrawsItselfFollowsToo) {
+  ScopedAppearance appearance;
+  std::filesystem::create_directories(folder_ / "folder/inner");
+  struct Row {
+    const char* label;
+    const char* item;
+    const char* mode;  ///< null for an item that has none
+    std::function<GtkWidget*()> widget;
+    double right;  ///< of a point where the widget is empty, from its edges
+    double top;
+  };
+  const auto window = [&] { return GTK_WIDGET(panel_->window()); };
+  const auto content = [&] { return panel_->content(); };
+  const auto text = [&] {
+    return GTK_WIDGET(desktop::findShownDocument(panel_->content()).scrolled);
+  };
+  const Row rows[] = {{"the toolbar", "long.md", nullptr, window, 200, 6},
+                      {"beside the picker", "long.md", nullptr, content, 6, 6},
+                      {"the ground of a source", "long.md", "source", text, 40, 300},
+                      {"the header of a folder", "folder", nullptr, content, 20, 8},
+                      {"the ground of a calm page", "missing", nullptr, content, 20, 20}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.label);
+    appearance.set(ADW_COLOR_SCHEME_FORCE_LIGHT);
+    ASSERT_NO_FATAL_FAILURE(open(row.item));
+    if (row.mode != nullptr) {
+      ASSERT_TRUE(panel_->presentation()->selectMode(row.mode));
+    }
+    runFor(200);
+    const auto lightness = [&] {
+      GtkWidget* const widget = row.widget();
+      const Point at = onScreen(widget, gtk_widget_get_width(widget) - row.right, row.top);
+      const XDesktop::Lightness screen = desktop_.lightnessOfTheScreen();
+      return int{screen.pixels.at(static_cast<std::size_t>(at.y * screen.width + at.x))};
+    };
+    // A picture takes as long as a frame, and frames come when nothing else is to do.
+    const auto becomes = [&](const std::function<bool(int)>& isWanted) {
+      return runUntil([&] {
+        runFor(50);
+        return isWanted(lightness());
+      });
+    };
+    EXPECT_TRUE(becomes([](int light) { return light > 200; })) << lightness();
+    appearance.set(ADW_COLOR_SCHEME_FORCE_DARK);
+    EXPECT_TRUE(becomes([](int light) { return light < 80; })) << lightness();
+    panel_->close();
+  }
 }
 
 }  // namespace
