@@ -72,12 +72,36 @@ TEST(PageRequests, NothingPlaysByItself) {
 }
 
 TEST(PageRequests, PermissionsAreDenied) {
-  PageOnScreen page(
-      pageWith("navigator.geolocation.getCurrentPosition(() => { window.place = 'given'; },"
-               " (error) => { window.place = 'error ' + error.code; })"));
-  EXPECT_TRUE(page.becomes("window.place !== undefined"));
-  EXPECT_EQ(page("window.place"), "error 1") << "permission denied";
-  EXPECT_EQ(windowCount(), 1U);
+  const struct {
+    const char* label;
+    const char* question;
+    const char* answer;
+  } rows[] = {
+      {"the place",
+       "navigator.geolocation.getCurrentPosition(() => { window.answer = 'given'; },"
+       " (error) => { window.answer = 'error ' + error.code; })",
+       "error 1"},
+      {"notifications",
+       "Notification.requestPermission().then("
+       "(permission) => { window.answer = permission; })",
+       "denied"},
+      {"the camera",
+       "navigator.mediaDevices.getUserMedia({video: true}).then(() => { window.answer = 'given'; },"
+       " (error) => { window.answer = error.name; })",
+       "NotAllowedError"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
+    PageOnScreen page("<!DOCTYPE html><p>text</p>");
+    WebKitSettings* const settings = webkit_web_view_get_settings(page.view());
+    // Where there is no camera there is nothing to be denied.
+    webkit_settings_set_enable_mock_capture_devices(settings, TRUE);
+    page(std::string(row.question) + ", 1");
+    EXPECT_TRUE(page.becomes("window.answer !== undefined"));
+    EXPECT_EQ(page("window.answer"), row.answer);
+    EXPECT_EQ(windowCount(), 1U);
+    webkit_settings_set_enable_mock_capture_devices(settings, FALSE);
+  }
 }
 
 TEST(PageRequests, NobodyIsAskedForAFileOrAColour) {
@@ -118,7 +142,8 @@ TEST(PageRequests, ALinkThatAsksForAWindowOpensInside) {
 TEST(PageRequests, WindowsAreNotOpened) {
   PageOnScreen page(pageWith("window.byItself = String(window.open('about:blank'))"));
   EXPECT_EQ(page("window.byItself"), "null");
-  EXPECT_EQ(page("String(window.open('about:blank'))"), "null") << "after a click";
+  for (const char* address : {"about:blank", "file:///"})
+    EXPECT_EQ(page("String(window.open('" + std::string(address) + "'))"), "null") << address;
   runFor(300);
   EXPECT_EQ(windowCount(), 1U);
   EXPECT_EQ(page("document.getElementById('p').textContent"), "text");
