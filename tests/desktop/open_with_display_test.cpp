@@ -93,5 +93,39 @@ TEST_F(OpenWith, OneThatStartsTakesThePanelsPlace) {
   EXPECT_FALSE(panel->isVisible());
 }
 
+TEST_F(OpenWith, ItsButtonNamesTheApplicationAndOpensTheItem) {
+  const ItemsToShow items;
+  writeAll(items / "unknown", std::string("\x01\x02\xff\xfe\0", 5));
+  const std::filesystem::path opened = items / "opened";
+  writeAll(
+      applications_ / "viewer.desktop",
+      "[Desktop Entry]\nType=Application\nName=Viewer\nExec=/bin/cp %f " + opened.string() + "\n");
+  choose("text/csv", "viewer.desktop");
+  ASSERT_TRUE(runUntil([] { return nameFor("text/csv") == "Viewer"; }));
+  PanelOnScreen panel;
+  const auto buttons = [&] {
+    return shownBelow(panel.root(), [](GtkWidget* widget) {
+      GtkWidget* const label =
+          GTK_IS_BUTTON(widget) ? gtk_button_get_child(GTK_BUTTON(widget)) : nullptr;
+      return label != nullptr && GTK_IS_LABEL(label) &&
+             std::string(gtk_label_get_text(GTK_LABEL(label))).starts_with("Open With");
+    });
+  };
+  for (const char* const name : {"missing", "unknown"}) {
+    ASSERT_TRUE(panel.open(items / name));
+    EXPECT_TRUE(buttons().empty()) << name << " has no application";
+  }
+  ASSERT_TRUE(panel.open(items / "table.csv"));
+  ASSERT_EQ(buttons().size(), 1U);
+  GtkWidget* const button = buttons().front();
+  EXPECT_STREQ(gtk_label_get_text(GTK_LABEL(gtk_button_get_child(GTK_BUTTON(button)))),
+               "Open With Viewer");
+  g_signal_emit_by_name(button, "clicked");
+  EXPECT_TRUE(runUntil([&] {
+    return std::filesystem::exists(opened) && readAll(opened) == readAll(items / "table.csv");
+  }));
+  EXPECT_FALSE(panel->isVisible());
+}
+
 }  // namespace
 }  // namespace lumisk::test
