@@ -9,7 +9,10 @@ BENCH_desktop     := test desktop desktop-test desktop-bench
 PREFIX ?= /usr/local
 # Not every shell knows what "~" means there.
 override PREFIX := $(PREFIX:~/%=$(HOME)/%)
-.PHONY: help preview test bench format lint sanitize thread setup build install uninstall deb
+# As it was written: a name may hold what make and the shell would read into it.
+override FILE := $(value FILE)
+export FILE
+.PHONY: help preview named-file test bench format lint sanitize thread setup build install uninstall deb
 
 help:
 	@echo 'make preview FILE=…   show FILE in the previewer (without a screen: a picture of it)'
@@ -31,9 +34,12 @@ build:
 	@cmake --build --preset $(PRESET)
 
 # A window where there is a screen to open it on; else a picture of it, or the page alone.
-preview: build
-	@test -n '$(FILE)' || { echo 'Say which file: make preview FILE=notes.md' >&2; exit 2; }
-	@scripts/preview $(BUILD) "$(FILE)"
+preview: named-file build
+	@scripts/preview $(BUILD) "$$FILE"
+
+# Said before anything is built.
+named-file:
+	@test -n "$$FILE" || { echo 'Say which file: make preview FILE=notes.md' >&2; exit 2; }
 
 test: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j 2
