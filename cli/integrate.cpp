@@ -116,7 +116,7 @@ int remove(const std::string& home) {
 }
 
 std::string standing(std::string_view name, bool& isLumisk) {
-  for (const std::string& directory : dataDirectories()) {
+  for (const std::string& directory : serviceDataDirectories()) {
     const std::string path = serviceFilePath(directory, name);
     const ServiceFile file = readServiceFile(path);
     if (file.state == State::Absent) continue;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <variant>
 
 #include "core/utf8.h"
@@ -17,6 +18,8 @@ namespace {
 constexpr std::string_view kMark =
     "# Written by lumisk integrate; lumisk integrate --remove takes it away.\n";
 constexpr std::string_view kGroup = "[D-BUS Service]\n";
+/// Where packages put theirs, and what every bus of theirs is built with.
+constexpr std::string_view kBusDataDirectory = "/usr/share";
 /// Real ones have three lines.
 constexpr off_t kLongestServiceFile = 65'536;
 
@@ -82,6 +85,16 @@ ServiceFile describedBy(std::string_view text) {
 
 }  // namespace
 
+std::vector<std::string> serviceDataDirectories() {
+  std::vector<std::string> directories = dataDirectories();
+  const char* const session = std::getenv("XDG_RUNTIME_DIR");
+  if (session != nullptr && *session == '/') directories.emplace(directories.begin(), session);
+  if (std::find(directories.begin(), directories.end(), kBusDataDirectory) == directories.end()) {
+    directories.emplace_back(kBusDataDirectory);
+  }
+  return directories;
+}
+
 std::string serviceFolderOf(std::string_view dataDirectory) {
   return std::string(dataDirectory) + "/dbus-1/services";
 }
@@ -124,7 +137,7 @@ ServiceFile readServiceFile(const std::string& path) {
 }
 
 bool isLumiskRegisteredFor(std::string_view name) {
-  for (const std::string& directory : dataDirectories()) {
+  for (const std::string& directory : serviceDataDirectories()) {
     const ServiceFile file = readServiceFile(serviceFilePath(directory, name));
     if (file.state != ServiceFile::State::Absent) return file.startsLumisk();
   }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lumisk {
 
@@ -17,6 +18,11 @@ inline constexpr std::array<std::string_view, 2> kPreviewerNames = {"org.gnome.N
 
 /// The base name of the program that answers.
 inline constexpr std::string_view kPreviewerProgram = "lumisk-previewer";
+
+/// The data directories in which the bus looks for these files, in its order: what was made for
+/// this session alone, then `dataDirectories`, and always the one that the bus was built with,
+/// which $XDG_DATA_DIRS may leave out.
+std::vector<std::string> serviceDataDirectories();
 
 std::string serviceFolderOf(std::string_view dataDirectory);
 std::string serviceFilePath(std::string_view dataDirectory, std::string_view name);
@@ -45,8 +51,8 @@ struct ServiceFile {
 
 ServiceFile readServiceFile(const std::string& path);
 
-/// Whether the bus starts Lumisk for `name`, as the first of the data directories that says
-/// anything about it decides.
+/// Whether a session bus of the usual set-up starts Lumisk for `name`: the first of
+/// `serviceDataDirectories` that says anything about it decides.
 bool isLumiskRegisteredFor(std::string_view name);
 
 }  // namespace lumisk

@@ -23,6 +23,15 @@ fs::path ownFile(const ScratchInstallation& installation, const char* service) {
   return installation.root / "home/.local/share" / service;
 }
 
+// The system has another previewer for each name; it comes before those of this machine's packages.
+void installOtherPreviewers(const ScratchInstallation& installation) {
+  const fs::path services = installation.root / "system/dbus-1/services";
+  fs::create_directories(services);
+  for (const std::string name : {"org.gnome.NautilusPreviewer", "org.nemo.Preview"}) {
+    writeAll(services / (name + ".service"), "[D-BUS Service]\nName=" + name + "\nExec=/bin/sh\n");
+  }
+}
+
 TEST(IntegrateCommand, WritesAServiceFileForEachName) {
   const ScratchInstallation installation;
   const ProcessResult result = installation.run({"integrate"});
@@ -50,6 +59,7 @@ TEST(IntegrateCommand, TheFolderHoldsNothingElse) {
 
 TEST(IntegrateCommand, StatusFollowsIntegrateAndRemove) {
   const ScratchInstallation installation;
+  installOtherPreviewers(installation);
   EXPECT_EQ(installation.run({"integrate", "--status"}).exitStatus, 3);
   installation.run({"integrate"});
   const ProcessResult after = installation.run({"integrate", "--status"});
@@ -58,10 +68,23 @@ TEST(IntegrateCommand, StatusFollowsIntegrateAndRemove) {
   EXPECT_EQ(installation.run({"integrate", "--remove"}).exitStatus, 0);
   const ProcessResult removed = installation.run({"integrate", "--status"});
   EXPECT_EQ(removed.exitStatus, 3);
+  const std::string system = (installation.root / "system/dbus-1/services").string();
   EXPECT_EQ(removed.standardOutput,
-            "org.gnome.NautilusPreviewer: no previewer\norg.nemo.Preview: no previewer\n");
+            "org.gnome.NautilusPreviewer: another previewer, /bin/sh (" + system +
+                "/org.gnome.NautilusPreviewer.service)\norg.nemo.Preview: another previewer, " +
+                "/bin/sh (" + system + "/org.nemo.Preview.service)\n");
   EXPECT_FALSE(fs::exists(ownFile(installation, kFilesService)));
   EXPECT_FALSE(fs::exists(ownFile(installation, kNemoService)));
+}
+
+TEST(IntegrateCommand, StatusLooksWhereEveryBusDoes) {
+  const ScratchInstallation installation;
+  const ProcessResult result = installation.run({"integrate", "--status"});
+  for (const std::string name : {"org.gnome.NautilusPreviewer", "org.nemo.Preview"}) {
+    const std::string file = "/usr/share/dbus-1/services/" + name + ".service";
+    const std::string expected = fs::exists(file) ? " (" + file + ")\n" : name + ": no previewer\n";
+    EXPECT_THAT(result.standardOutput, HasSubstr(expected));
+  }
 }
 
 TEST(IntegrateCommand, RemovingTwiceIsNoError) {
@@ -186,6 +209,20 @@ TEST(IntegrateCommand, StatusTellsOfTheSystemsPreviewers) {
               HasSubstr("org.nemo.Preview: Lumisk, " + installation.previewer().string()));
   installation.run({"integrate"});
   EXPECT_EQ(installation.run({"integrate", "--status"}).exitStatus, 0);
+}
+
+TEST(IntegrateCommand, StatusTellsOfAFileForThisSessionAlone) {
+  const ScratchInstallation installation;
+  installation.run({"integrate"});
+  const fs::path services = installation.root / "run/dbus-1/services";
+  fs::create_directories(services);
+  writeAll(services / "org.nemo.Preview.service",
+           "[D-BUS Service]\nName=org.nemo.Preview\nExec=/bin/sh\n");
+  const ProcessResult result = installation.run(
+      {"integrate", "--status"}, {"XDG_RUNTIME_DIR=" + (installation.root / "run").string()});
+  EXPECT_EQ(result.exitStatus, 3);
+  EXPECT_THAT(result.standardOutput, HasSubstr("org.gnome.NautilusPreviewer: Lumisk, "));
+  EXPECT_THAT(result.standardOutput, HasSubstr("org.nemo.Preview: another previewer, /bin/sh ("));
 }
 
 TEST(IntegrateCommand, APathThatTheBusCannotReadIsRefused) {

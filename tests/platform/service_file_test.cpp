@@ -118,6 +118,7 @@ class DataDirectories : public testing::Test {
     put("HOME", home);
     put("XDG_DATA_HOME", dataHome);
     put("XDG_DATA_DIRS", dataDirectories);
+    put("XDG_RUNTIME_DIR", nullptr);
   }
 };
 
@@ -143,12 +144,47 @@ TEST_F(DataDirectories, FollowTheEnvironment) {
   }
 }
 
+// Read off dbus-daemon(1), and off a bus that was asked with such an environment.
+TEST_F(DataDirectories, ServiceFilesAreLookedForWhereTheBusLooks) {
+  struct Row {
+    const char* session;
+    const char* directories;
+    std::vector<std::string> expected;
+  };
+  const Row rows[] = {
+      {nullptr, nullptr, {"/d", "/usr/local/share", "/usr/share"}},
+      {"/run/user/1", nullptr, {"/run/user/1", "/d", "/usr/local/share", "/usr/share"}},
+      {"run", "/x", {"/d", "/x", "/usr/share"}},
+      {"", "/usr/share:/x", {"/d", "/usr/share", "/x"}},
+  };
+  for (const Row& row : rows) {
+    set("/h", "/d", row.directories);
+    if (row.session != nullptr) setenv("XDG_RUNTIME_DIR", row.session, 1);
+    EXPECT_EQ(serviceDataDirectories(), row.expected);
+  }
+}
+
+TEST_F(DataDirectories, AFileForThisSessionAloneTakesTheNameOver) {
+  const TemporaryFolder folder;
+  const std::string session = folder / "session";
+  const std::string own = folder / "own";
+  set(nullptr, own.c_str(), "/nowhere");
+  setenv("XDG_RUNTIME_DIR", session.c_str(), 1);
+  const std::string name = "org.lumisk.Test";
+  for (const auto& [directory, program] :
+       {std::pair(own, "/opt/other"), std::pair(session, "/usr/libexec/lumisk-previewer")}) {
+    fs::create_directories(serviceFolderOf(directory));
+    writeAll(serviceFilePath(directory, name), std::string("[D-BUS Service]\nExec=") + program);
+  }
+  EXPECT_TRUE(isLumiskRegisteredFor(name));
+}
+
 TEST_F(DataDirectories, TheFirstFileDecidesWhoseANameIs) {
   const TemporaryFolder folder;
   const std::string first = folder / "first";
   const std::string second = folder / "second";
   set(nullptr, first.c_str(), second.c_str());
-  const std::string name = "org.nemo.Preview";
+  const std::string name = "org.lumisk.Test";  // no package of this machine has one
   const auto put = [&](const std::string& directory, const std::string& program) {
     fs::create_directories(serviceFolderOf(directory));
     writeAll(serviceFilePath(directory, name), "[D-BUS Service]\nExec=" + program + "\n");

@@ -29,7 +29,14 @@ void reload(GDBusConnection* connection) {
 TEST(RegisteredNames, FollowTheServiceFilesWhenTheBusDoes) {
   const TemporaryFolder home;
   setenv("XDG_DATA_HOME", home.path().c_str(), 1);
-  setenv("XDG_DATA_DIRS", (home / "nowhere").c_str(), 1);
+  // Before this machine's packages, which may be ours.
+  const TemporaryFolder system;
+  setenv("XDG_DATA_DIRS", system.path().c_str(), 1);
+  unsetenv("XDG_RUNTIME_DIR");
+  std::filesystem::create_directories(serviceFolderOf(system.path().string()));
+  for (const std::string_view name : kPreviewerNames) {
+    writeAll(serviceFilePath(system.path().string(), name), "[D-BUS Service]\nExec=/opt/other\n");
+  }
   const test::PrivateBus bus;
   GRef<GDBusConnection> connection = bus.connect();
   {
