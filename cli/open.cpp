@@ -27,17 +27,6 @@ bool isSet(const char* variable) {
 
 bool hasDisplay() { return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"); }
 
-// "trash:///x", which the desktop can look up; a name like "a:b" that is there is a path.
-bool isAddressOfAnotherKind(const std::string& argument) {
-  const std::size_t colon = argument.find(':');
-  if (colon == std::string::npos || colon == 0) return false;
-  constexpr const char* kSchemeCharacters =
-      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.";
-  const bool isScheme = argument.find_first_not_of(kSchemeCharacters) == colon;
-  return isScheme && !argument.starts_with("file:") && argument.compare(colon, 2, ":/") == 0 &&
-         access(argument.c_str(), F_OK) != 0;
-}
-
 int complainOfForeignFile(const std::string& argument) {
   complain("'" + argument + "' is not the URI of a file on this machine");
   return kExitUsage;
@@ -45,15 +34,15 @@ int complainOfForeignFile(const std::string& argument) {
 
 /// The address to hand over, or the exit status after having said what is wrong with it.
 std::variant<std::string, int> addressOf(const std::string& argument) {
-  if (isAddressOfAnotherKind(argument)) return argument;
-  const std::optional<FileURL> url = fileURLOfArgument(argument);
-  if (!url) return complainOfForeignFile(argument);
+  const std::optional<std::string> address = addressOfArgument(argument);
+  if (!address) return complainOfForeignFile(argument);
+  if (isAddressOfAnotherKind(argument)) return *address;
   struct stat status = {};
-  if (stat(url->path().c_str(), &status) != 0) {
+  if (stat(fileURLOfArgument(argument)->path().c_str(), &status) != 0) {
     complain("cannot show '" + argument + "': " + std::generic_category().message(errno));
     return kExitFailure;
   }
-  return url->absoluteString();
+  return *address;
 }
 
 int becomePreviewer(const std::string& program, const char* command,

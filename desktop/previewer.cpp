@@ -3,6 +3,7 @@
 #include <adwaita.h>
 
 #include <memory>
+#include <optional>
 
 #include "desktop/panel_host.h"
 #include "desktop/service/bus_names.h"
@@ -13,6 +14,7 @@
 #include "desktop/service/previewer_names.h"
 #include "desktop/service/registered_names.h"
 #include "platform/argument_url.h"
+#include "platform/terminal_text.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -110,11 +112,12 @@ class Previewer {
 /// may start this one while that one still shuts down; without its name this one could not be.
 constexpr unsigned kLongestFarewellInMilliseconds = 5'000;
 
-std::string uriOf(const std::string& argument) {
-  const OwnedText scheme(g_uri_parse_scheme(argument.c_str()));
-  const bool isOtherAddress = scheme && std::string_view(scheme.get()) != "file";
-  const auto url = fileURLOfArgument(argument);
-  return isOtherAddress || !url ? argument : url->absoluteString();
+constexpr int kExitUsage = 2;
+
+int complainOfForeignFile(const std::string& argument) {
+  const std::string sentence = "'" + argument + "' is not the URI of a file on this machine";
+  g_printerr("%s", complaintLine(sentence).c_str());
+  return kExitUsage;
 }
 
 }  // namespace
@@ -122,7 +125,11 @@ std::string uriOf(const std::string& argument) {
 int openInPreviewer(const std::vector<std::string>& paths, const EngineFiles& files) {
   std::vector<std::string> uris;
   uris.reserve(paths.size());
-  for (const std::string& path : paths) uris.push_back(uriOf(path));
+  for (const std::string& path : paths) {
+    std::optional<std::string> uri = addressOfArgument(path);
+    if (!uri) return complainOfForeignFile(path);
+    uris.push_back(*std::move(uri));
+  }
   switch (handOver(uris)) {
     case HandOver::Done:
       return 0;

@@ -35,7 +35,7 @@ class SnapshotParser {
 
   PreviewerArguments parse() {
     bool optionsEnded = false;
-    for (; at_ < words_.size() && error_.empty(); ++at_) {
+    for (; at_ < words_.size() && error_.empty() && !isHelpWanted_; ++at_) {
       const std::string_view word = words_[at_];
       if (!optionsEnded && word == "--")
         optionsEnded = true;
@@ -44,6 +44,7 @@ class SnapshotParser {
       else
         paths_.emplace_back(word);
     }
+    if (isHelpWanted_) return HelpRequest{};
     if (!error_.empty()) return WrongUsage{error_};
     if (paths_.size() != 2) return WrongUsage{"snapshot needs a FILE and the picture to write"};
     request_.path = paths_[0];
@@ -53,7 +54,9 @@ class SnapshotParser {
 
  private:
   void takeOption(std::string_view word) {
-    if (word == "--dark" || word == "--light") {
+    if (word == "--help") {
+      isHelpWanted_ = true;
+    } else if (word == "--dark" || word == "--light") {
       request_.isDark = word == "--dark";
     } else if (const auto size = valueOf("--size", word)) {
       request_.size = sizeIn(*size);
@@ -79,6 +82,7 @@ class SnapshotParser {
   SnapshotRequest request_;
   std::vector<std::string> paths_;
   std::string error_;
+  bool isHelpWanted_ = false;
 };
 
 PreviewerArguments parseOpen(const std::vector<std::string_view>& words) {

@@ -30,8 +30,11 @@ TEST(PreviewerArguments, FilesNamedLikeOptionsAreOpenedAfterTheEndOfOptions) {
 }
 
 TEST(PreviewerArguments, HelpIsNoFile) {
-  for (const std::vector<std::string_view>& words :
-       {std::vector<std::string_view>{"--help"}, {"open", "--help"}, {"a.md", "--help"}})
+  for (const std::vector<std::string_view>& words : {std::vector<std::string_view>{"--help"},
+                                                     {"open", "--help"},
+                                                     {"a.md", "--help"},
+                                                     {"snapshot", "--help"},
+                                                     {"snapshot", "a.md", "--help", "--drak"}})
     EXPECT_TRUE(std::holds_alternative<HelpRequest>(parsePreviewerArguments(words)));
 }
 

@@ -35,6 +35,12 @@ TEST(PreviewerCommand, APictureOfAnotherMachinesFileIsAWrongCommandLine) {
   EXPECT_THAT(result.standardError, HasSubstr("not the URI of a file on this machine"));
 }
 
+TEST(PreviewerCommand, AWindowForAnotherMachinesFileIsAWrongCommandLine) {
+  const ProcessResult result = runProcess({LUMISK_PREVIEWER, "open", "file://elsewhere/a.md"});
+  EXPECT_EQ(result.exitStatus, 2);
+  EXPECT_THAT(result.standardError, HasSubstr("not the URI of a file on this machine"));
+}
+
 TEST(PreviewerCommand, WritesAPictureOfTheSizeAskedFor) {
   const TemporaryFolder folder;
   writeAll(folder / "a.md", "# A\n");
