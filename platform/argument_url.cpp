@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/utf8.h"
+
 namespace lumisk {
 
 namespace {
@@ -35,7 +37,9 @@ bool isAddressOfAnotherKind(const std::string& argument) {
 }
 
 std::optional<std::string> addressOfArgument(const std::string& argument) {
-  if (isAddressOfAnotherKind(argument)) return argument;
+  if (isAddressOfAnotherKind(argument)) {
+    return isValidUtf8(argument) ? std::optional(argument) : std::nullopt;
+  }
   const std::optional<FileURL> url = fileURLOfArgument(argument);
   if (!url) return std::nullopt;
   return url->absoluteString();

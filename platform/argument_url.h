@@ -18,7 +18,8 @@ std::optional<FileURL> fileURLOfArgument(std::string_view argument);
 bool isAddressOfAnotherKind(const std::string& argument);
 
 /// The URI of what a person names by a path or by any URI. Nothing when it is a "file:" URI that
-/// names no file on this machine.
+/// names no file on this machine, or a URI of another kind that is no UTF-8: a message of the bus
+/// holds text alone, and would arrive without it.
 std::optional<std::string> addressOfArgument(const std::string& argument);
 
 }  // namespace lumisk

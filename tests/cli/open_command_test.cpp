@@ -99,6 +99,7 @@ TEST(OpenCommand, WhatIsNotThereIsNotHandedOver) {
       {{"/nowhere/a.md"}, "cannot show '/nowhere/a.md': No such file or directory"},
       {{"/", "/nowhere"}, "cannot show '/nowhere': No such file or directory"},
       {{"file://elsewhere/a"}, "is not the URI of a file on this machine", 2},
+      {{"trash:///\xFF"}, "is not the URI of a file on this machine", 2},
       {{"pgae"}, "cannot show 'pgae': No such file or directory"},
       {{"a:b"}, "cannot show 'a:b': No such file or directory"},
   };

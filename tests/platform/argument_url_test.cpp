@@ -59,5 +59,12 @@ TEST_F(ArgumentAddress, AFileURIThatNamesNoFileHereIsNoAddress) {
   }
 }
 
+TEST_F(ArgumentAddress, WhatTheBusCannotCarryIsNoAddress) {
+  EXPECT_EQ(addressOfArgument("trash:///\xFF"), std::nullopt);
+  EXPECT_EQ(addressOfArgument("trash:///%FF"), "trash:///%FF");
+  EXPECT_EQ(addressOfArgument("trash:///\xC3\xA9"), "trash:///\xC3\xA9");
+  EXPECT_EQ(addressOfArgument("/\xFF"), "file:///%FF") << "a path need not be text";
+}
+
 }  // namespace
 }  // namespace lumisk
