@@ -112,6 +112,7 @@ class Previewer {
 /// may start this one while that one still shuts down; without its name this one could not be.
 constexpr unsigned kLongestFarewellInMilliseconds = 5'000;
 
+constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
 
 int complainOfForeignFile(const std::string& argument) {
@@ -150,7 +151,11 @@ int servePreviewer(const EngineFiles& files) {
   // Held until the program runs on it.
   const auto bus =
       GRef<GDBusConnection>::adopt(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-  if (bus) waitUntilFree(bus.get(), kApplicationId, kLongestFarewellInMilliseconds);
+  if (!bus) {
+    g_printerr("lumisk: there is no session bus, on which a service is called\n");
+    return kExitFailure;
+  }
+  waitUntilFree(bus.get(), kApplicationId, kLongestFarewellInMilliseconds);
   return Previewer(files, G_APPLICATION_IS_SERVICE).run({"lumisk-previewer"});
 }
 

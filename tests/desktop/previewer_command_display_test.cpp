@@ -41,6 +41,15 @@ TEST(PreviewerCommand, AWindowForAnotherMachinesFileIsAWrongCommandLine) {
   EXPECT_THAT(result.standardError, HasSubstr("not the URI of a file on this machine"));
 }
 
+// With a display it would wait for ever for calls that cannot come.
+TEST(PreviewerCommand, AServiceWithoutABusEnds) {
+  const ProcessResult result =
+      runProcess({"/usr/bin/env", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere", "timeout", "20",
+                  LUMISK_PREVIEWER, "--gapplication-service"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.standardError, HasSubstr("no session bus"));
+}
+
 TEST(PreviewerCommand, WritesAPictureOfTheSizeAskedFor) {
   const TemporaryFolder folder;
   writeAll(folder / "a.md", "# A\n");
