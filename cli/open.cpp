@@ -58,18 +58,11 @@ int becomePreviewer(const std::string& program, const char* command,
   return kExitFailure;
 }
 
-/// `advice` is for a person without a display.
-int runInPreviewer(const char* command, const std::vector<std::string>& rest, const char* advice) {
-  if (!hasDisplay()) {
-    complain(std::string("there is no display ") + advice);
-    return kExitFailure;
-  }
+int runInPreviewer(const char* command, const std::vector<std::string>& rest) {
   const std::optional<std::string> program = findPreviewer();
-  if (!program) {
-    complainOfNoPreviewer();
-    return kExitFailure;
-  }
-  return becomePreviewer(*program, command, rest);
+  if (program) return becomePreviewer(*program, command, rest);
+  complainOfNoPreviewer();
+  return kExitFailure;
 }
 
 }  // namespace
@@ -81,12 +74,12 @@ int runOpen(const Arguments& arguments) {
     if (const int* status = std::get_if<int>(&address)) return *status;
     addresses.push_back(std::get<std::string>(std::move(address)));
   }
-  return runInPreviewer("open", addresses, "to show it on; lumisk page writes the page of a file");
+  if (hasDisplay()) return runInPreviewer("open", addresses);
+  complain("there is no display to show it on; lumisk page writes the page of a file");
+  return kExitFailure;
 }
 
-int runSnapshot(const Arguments& arguments) {
-  return runInPreviewer("snapshot", arguments.paths,
-                        "to draw on; xvfb-run lumisk snapshot brings its own");
-}
+// Whether there is a display is asked after the words were read.
+int runSnapshot(const Arguments& arguments) { return runInPreviewer("snapshot", arguments.paths); }
 
 }  // namespace lumisk

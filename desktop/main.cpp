@@ -3,6 +3,9 @@
 #include <clocale>
 #include <cstdio>
 #include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "desktop/previewer.h"
 #include "desktop/previewer_arguments.h"
@@ -43,11 +46,18 @@ bool hasDisplay() {
 }
 
 int run(const OpenRequest& request) {
+  std::vector<std::string> uris;
+  for (const std::string& path : request.paths) {
+    const auto uri = lumisk::addressOfArgument(path);
+    if (!uri)
+      return complain(kExitUsage, "'" + path + "' is not the URI of a file on this machine");
+    uris.push_back(*uri);
+  }
   if (!hasDisplay())
     return complain(
         kExitFailure,
         "there is no display to open a window on; \"lumisk page FILE\" writes the page");
-  return openInPreviewer(request.paths, findEngineFiles());
+  return openInPreviewer(std::move(uris), findEngineFiles());
 }
 
 int run(const ServiceRequest&) { return servePreviewer(findEngineFiles()); }

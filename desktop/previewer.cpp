@@ -3,7 +3,6 @@
 #include <adwaita.h>
 
 #include <memory>
-#include <optional>
 
 #include "desktop/panel_host.h"
 #include "desktop/service/bus_names.h"
@@ -13,8 +12,6 @@
 #include "desktop/service/preview_service.h"
 #include "desktop/service/previewer_names.h"
 #include "desktop/service/registered_names.h"
-#include "platform/argument_url.h"
-#include "platform/terminal_text.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -113,24 +110,10 @@ class Previewer {
 constexpr unsigned kLongestFarewellInMilliseconds = 5'000;
 
 constexpr int kExitFailure = 1;
-constexpr int kExitUsage = 2;
-
-int complainOfForeignFile(const std::string& argument) {
-  const std::string sentence = "'" + argument + "' is not the URI of a file on this machine";
-  g_printerr("%s", complaintLine(sentence).c_str());
-  return kExitUsage;
-}
 
 }  // namespace
 
-int openInPreviewer(const std::vector<std::string>& paths, const EngineFiles& files) {
-  std::vector<std::string> uris;
-  uris.reserve(paths.size());
-  for (const std::string& path : paths) {
-    std::optional<std::string> uri = addressOfArgument(path);
-    if (!uri) return complainOfForeignFile(path);
-    uris.push_back(*std::move(uri));
-  }
+int openInPreviewer(std::vector<std::string> uris, const EngineFiles& files) {
   switch (handOver(uris)) {
     case HandOver::Done:
       return 0;

@@ -7,9 +7,9 @@
 
 namespace lumisk::desktop {
 
-/// Has the running previewer show these, or starts one that outlives this process. Where there is
-/// no session bus the window belongs to this process. Returns the exit status.
-int openInPreviewer(const std::vector<std::string>& paths, const EngineFiles& files);
+/// Has the running previewer show what these URIs name, or starts one that outlives this process.
+/// Where there is no session bus the window belongs to this process. Returns the exit status.
+int openInPreviewer(std::vector<std::string> uris, const EngineFiles& files);
 
 /// Is the previewer, on behalf of the session bus, until nothing was shown for long. Returns the
 /// exit status.

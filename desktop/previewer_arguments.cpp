@@ -1,6 +1,8 @@
 #include "desktop/previewer_arguments.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <optional>
 
 namespace lumisk::desktop {
@@ -8,6 +10,13 @@ namespace {
 
 /// Beyond it no graphics library draws a picture.
 constexpr int kLongestSide = 16'384;
+
+/// What the views call their modes.
+constexpr std::string_view kModes[] = {"formatted", "text", "rendered", "source"};
+
+bool isMode(std::string_view name) {
+  return std::find(std::begin(kModes), std::end(kModes), name) != std::end(kModes);
+}
 
 std::optional<int> sideLength(std::string_view text) {
   int length = 0;
@@ -62,10 +71,17 @@ class SnapshotParser {
       request_.size = sizeIn(*size);
       if (!request_.size && error_.empty()) error_ = "--size is like 800x600";
     } else if (const auto mode = valueOf("--mode", word)) {
-      request_.mode = *mode;
+      takeMode(*mode);
     } else {
       error_ = "unknown option " + std::string(word);
     }
+  }
+
+  void takeMode(std::string_view name) {
+    request_.mode = name;
+    if (error_.empty() && !isMode(name))
+      error_ = "there is no mode called " + std::string(name) +
+               "; use formatted, text, rendered or source";
   }
 
   std::optional<std::string_view> valueOf(std::string_view option, std::string_view word) {

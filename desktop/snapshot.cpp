@@ -25,6 +25,9 @@ constexpr unsigned kFolderSizeWait = 10'000;   // milliseconds
 constexpr unsigned kTimeToDraw = 250;          // milliseconds
 constexpr unsigned kMostDrawings = 20;
 
+constexpr int kExitFailure = 1;
+constexpr int kExitUsage = 2;
+
 void complain(const std::string& sentence) { std::fputs(complaintLine(sentence).c_str(), stderr); }
 
 /// Shows the item in a window without a frame, waits and draws.
@@ -47,7 +50,7 @@ class Snapshot {
       return fail(facts.name + ": " + failureSentence(*presentation_->error(), facts));
     }
     if (!request_.mode.empty() && !presentation_->selectMode(request_.mode))
-      return fail("this preview has no mode called " + request_.mode);
+      return fail("this preview has no mode called " + request_.mode, kExitUsage);
     waitForContent();
     timeout_.after(kLongestWait, [this] { giveUp("the page did not finish loading"); });
     g_main_loop_run(loop_);
@@ -57,9 +60,9 @@ class Snapshot {
   }
 
  private:
-  static int fail(const std::string& sentence) {
+  static int fail(const std::string& sentence, int exitStatus = kExitFailure) {
     complain(sentence);
-    return 1;
+    return exitStatus;
   }
 
   void giveUp(const std::string& sentence) {
@@ -125,7 +128,7 @@ class Snapshot {
   PageDrawing drawing_;
   Deferred wait_;
   Deferred timeout_;
-  int exitStatus_ = 1;
+  int exitStatus_ = kExitFailure;
 };
 
 }  // namespace

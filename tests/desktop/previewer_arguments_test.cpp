@@ -63,6 +63,8 @@ TEST(PreviewerArguments, ASnapshotHasItsOptions) {
   EXPECT_TRUE(full.isDark);
   EXPECT_EQ(full.size, (Size{800, 600}));
   EXPECT_EQ(full.mode, "source");
+  for (const char* mode : {"formatted", "text", "rendered", "source"})
+    EXPECT_EQ(snapshot({"snapshot", "--mode", mode, "a.md", "a.png"}).mode, mode);
   EXPECT_FALSE(snapshot({"snapshot", "--dark", "--light", "a.md", "a.png"}).isDark);
   EXPECT_EQ(snapshot({"snapshot", "--", "--dark", "a.png"}).path, "--dark");
 }
@@ -80,6 +82,8 @@ TEST(PreviewerArguments, WrongSnapshotsAreRefused) {
       {"snapshot", "--size", "-5x5", "a.md", "a.png"},
       {"snapshot", "a.md", "a.png", "--mode"},
       {"snapshot", "--drak", "a.md", "a.png"},
+      {"snapshot", "--mode", "bogus", "a.md", "a.png"},
+      {"snapshot", "--mode=", "a.md", "a.png"},
   };
   for (const auto& words : rows)
     EXPECT_TRUE(std::holds_alternative<WrongUsage>(parsePreviewerArguments(words))) << words.back();

@@ -71,11 +71,30 @@ TEST(PreviewerCommand, SaysWhyThereIsNoPicture) {
       {LUMISK_PREVIEWER, "snapshot", (folder / "no.md").string(), (folder / "a.png").string()});
   EXPECT_EQ(missing.exitStatus, 1);
   EXPECT_THAT(missing.standardError, HasSubstr("no.md: This item is no longer there."));
-  writeAll(folder / "a.md", "# A\n");
-  const ProcessResult mode = runProcess({LUMISK_PREVIEWER, "snapshot", "--mode", "no",
-                                         (folder / "a.md").string(), (folder / "a.png").string()});
-  EXPECT_EQ(mode.exitStatus, 1);
-  EXPECT_THAT(mode.standardError, HasSubstr("no mode called no"));
+}
+
+TEST(PreviewerCommand, AModeThatThePreviewLacksIsAWrongCommandLine) {
+  const TemporaryFolder folder;
+  writeAll(folder / "a.csv", "a,b\n");
+  for (const std::string mode : {"no", "formatted", "source"}) {
+    const ProcessResult result =
+        runProcess({LUMISK_PREVIEWER, "snapshot", "--mode", mode, (folder / "a.csv").string(),
+                    (folder / "a.png").string()});
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.standardError, HasSubstr("no mode called " + mode));
+  }
+}
+
+TEST(PreviewerCommand, AWrongCommandLineIsWrongWithoutADisplay) {
+  for (const std::vector<std::string>& words : {std::vector<std::string>{"snapshot", "a.md"},
+                                                {"snapshot", "--mode", "no", "a.md", "a.png"},
+                                                {"snapshot", "file://elsewhere/a", "a.png"},
+                                                {"open"},
+                                                {"open", "file://elsewhere/a"}}) {
+    std::vector<std::string> all = {"/usr/bin/env", "-u", "DISPLAY", LUMISK_PREVIEWER};
+    all.insert(all.end(), words.begin(), words.end());
+    EXPECT_EQ(runProcess(all).exitStatus, 2) << words.front() << " " << words.size();
+  }
 }
 
 TEST(PreviewerCommand, WithoutADisplayItSaysWhatToDoInstead) {
