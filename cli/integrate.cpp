@@ -65,6 +65,26 @@ void tellTheBus(const std::string& program) {
   }
 }
 
+int write(const std::string& home, const std::string& program) {
+  std::string report;
+  int status = kExitSuccess;
+  for (const std::string_view name : kPreviewerNames) {
+    const std::string path = serviceFilePath(home, name);
+    if (const int error = writeFileAtomically(path, *serviceFileText(name, program)); error != 0) {
+      complain("cannot write '" + path + "': " + reason(error));
+      status = kExitFailure;
+      break;
+    }
+    report += "wrote " + path + "\n";
+  }
+  // What was written counts from now on, all or not.
+  if (!report.empty()) tellTheBus(program);
+  if (status == kExitSuccess) report += "Lumisk is now the previewer. ";
+  if (!report.empty()) report += "lumisk integrate --remove takes that back.\n";
+  const int said = say(report);
+  return status == kExitSuccess ? said : status;
+}
+
 int install(const std::string& home) {
   const std::optional<std::string> program = findPreviewer();
   if (!program) {
@@ -82,18 +102,7 @@ int install(const std::string& home) {
     complain("cannot make the folder '" + serviceFolderOf(home) + "': " + folderError.message());
     return kExitFailure;
   }
-  std::string report;
-  for (const std::string_view name : kPreviewerNames) {
-    const std::string path = serviceFilePath(home, name);
-    const int error = writeFileAtomically(path, *serviceFileText(name, *program));
-    if (error != 0) {
-      complain("cannot write '" + path + "': " + reason(error));
-      return kExitFailure;
-    }
-    report += "wrote " + path + "\n";
-  }
-  tellTheBus(*program);
-  return say(report + "Lumisk is now the previewer. lumisk integrate --remove takes that back.\n");
+  return write(home, *program);
 }
 
 int remove(const std::string& home) {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -171,6 +172,30 @@ TEST(IntegrateCommand, AFolderThatCannotBeWrittenIsAClearError) {
   const ProcessResult result = installation.run({"integrate"}, {"XDG_DATA_HOME=/proc/self"});
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_THAT(result.standardError, HasSubstr("/proc/self/dbus-1/services"));
+}
+
+// Root's file in a folder where everybody may write, but replace only what is their own.
+TEST(IntegrateCommand, HalfDoneIsTold) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs a file of another person's";
+  const ScratchInstallation installation;
+  const fs::path data = installation.root / "data";
+  installation.run({"integrate"}, {"XDG_DATA_HOME=" + data.string()});
+  fs::remove(data / kFilesService);
+  fs::remove(installation.root / "calls");
+  const fs::path services = (data / kFilesService).parent_path();
+  fs::permissions(services, fs::perms::all | fs::perms::sticky_bit);
+  fs::permissions(installation.root, fs::perms::all);
+  fs::permissions(installation.root.parent_path(), fs::perms(0755));
+  fs::permissions(installation.previewer(), fs::perms(0755));
+  const ProcessResult result = test::runProcess(
+      {"/usr/bin/setpriv", "--reuid=65534", "--clear-groups", "/usr/bin/env",
+       "XDG_DATA_HOME=" + data.string(), (installation.root / "bin/lumisk").string(), "integrate"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.standardError, HasSubstr("cannot write '" + (data / kNemoService).string()));
+  EXPECT_EQ(result.standardOutput, "wrote " + (data / kFilesService).string() +
+                                       "\nlumisk integrate --remove takes that back.\n");
+  EXPECT_TRUE(fs::exists(data / kFilesService));
+  EXPECT_EQ(installation.calls(), "reload-bus\n");
 }
 
 TEST(IntegrateCommand, WithoutAPreviewerItSaysSoAndWritesNothing) {
