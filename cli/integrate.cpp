@@ -105,6 +105,12 @@ int install(const std::string& home) {
   return write(home, *program);
 }
 
+// Those that integrate makes where there are none; whatever else is in them keeps them.
+void removeEmptyFolders(const std::string& home) {
+  const std::string services = serviceFolderOf(home);
+  if (rmdir(services.c_str()) == 0) rmdir(services.substr(0, services.rfind('/')).c_str());
+}
+
 int remove(const std::string& home) {
   int status = mayChange(home) ? kExitSuccess : kExitFailure;
   std::string report;
@@ -118,6 +124,7 @@ int remove(const std::string& home) {
     }
     report += "removed " + path + "\n";
   }
+  if (!report.empty()) removeEmptyFolders(home);
   if (report.empty() && status == kExitSuccess) report = "There was nothing to remove.\n";
   if (const auto program = findPreviewer()) tellTheBus(*program);
   const int written = say(report);

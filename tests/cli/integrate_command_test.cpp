@@ -88,6 +88,33 @@ TEST(IntegrateCommand, StatusLooksWhereEveryBusDoes) {
   }
 }
 
+TEST(IntegrateCommand, RemoveLeavesTheFoldersOfOthersAlone) {
+  const ScratchInstallation installation;
+  const fs::path bus = installation.root / "home/.local/share/dbus-1";
+  struct Row {
+    const char* label;
+    const char* others;
+    std::vector<fs::path> left;
+  };
+  const Row rows[] = {{"nobody's", nullptr, {}},
+                      {"a service", "services/other.service", {bus / "services/other.service"}},
+                      {"another kind", "other", {bus / "other"}}};
+  for (const Row& row : rows) {
+    installation.run({"integrate"});
+    if (row.others != nullptr) writeAll(bus / row.others, "x");
+    EXPECT_EQ(installation.run({"integrate", "--remove"}).exitStatus, 0);
+    std::vector<fs::path> left;
+    if (fs::exists(bus)) {
+      for (const auto& entry : fs::recursive_directory_iterator(bus)) {
+        if (!entry.is_directory() || fs::is_empty(entry)) left.push_back(entry.path());
+      }
+    }
+    EXPECT_EQ(left, row.left) << row.label;
+    EXPECT_EQ(fs::exists(bus), row.others != nullptr) << row.label;
+    fs::remove_all(bus);
+  }
+}
+
 TEST(IntegrateCommand, RemovingTwiceIsNoError) {
   const ScratchInstallation installation;
   const ProcessResult result = installation.run({"integrate", "--remove"});
