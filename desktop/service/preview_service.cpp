@@ -25,7 +25,8 @@ PreviewService::~PreviewService() {
 
 void PreviewService::answerTo(std::vector<std::string> names) {
   names_ = std::move(names);
-  held_.claim(names_);
+  // A program that is about to end must not be called any more.
+  if (!isLeaving_) held_.claim(names_);
 }
 
 void PreviewService::open(std::vector<std::string> uris, const std::string& activationToken) {
@@ -48,6 +49,7 @@ void PreviewService::selectionWanted(SelectionDirection direction) {
 }
 
 void PreviewService::somethingHappened() {
+  isLeaving_ = false;
   held_.claim(names_);
   warmUp_.cancel();
   idle_.cancel();
@@ -59,6 +61,7 @@ void PreviewService::somethingHappened() {
 // Whoever calls from now on has the bus start a new service, which waits until this one is gone;
 // calls that are under way still reach this one, and keep it.
 void PreviewService::goodbye() {
+  isLeaving_ = true;
   held_.release();
   idle_.after(times_.farewellMilliseconds, [this] {
     if (onIdle) onIdle();

@@ -36,8 +36,9 @@ class PreviewService {
   PreviewService& operator=(const PreviewService&) = delete;
   ~PreviewService();
 
-  /// Answers to exactly these names. To be called once everything is in place: calls that started
-  /// the program wait on the bus until then.
+  /// Answers to exactly these names, or, when it has given them up to end, once a call keeps it. To
+  /// be called once everything is in place: calls that started the program wait on the bus until
+  /// then.
   void answerTo(std::vector<std::string> names);
 
   /// Shows items for somebody who is no file manager; see `PreviewSession::open`.
@@ -59,6 +60,7 @@ class PreviewService {
   ExportedPreviewer exported_;
   BusNames held_;
   std::vector<std::string> names_;
+  bool isLeaving_ = false;
   Deferred warmUp_;
   Deferred idle_;
 };

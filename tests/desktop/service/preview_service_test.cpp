@@ -152,6 +152,15 @@ class PreviewServiceTest : public testing::Test {
     return runUntil([&] { return host_.shown.size() >= count; });
   }
 
+  /// As the bus sees it when it has read all that the service sent it so far.
+  bool hasOwnerAfterClaims(const char* name) {
+    const OwnedVariant answer(g_dbus_connection_call_sync(
+        serviceConnection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+        "org.freedesktop.DBus", "NameHasOwner", g_variant_new("(s)", name), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    return answer != nullptr && printed(answer.get()) == "(true,)";
+  }
+
   FakePreviewHost host_;
   GioItemResolver resolver_;
   std::unique_ptr<Client> client_;
@@ -345,6 +354,16 @@ TEST_F(PreviewServiceTest, ACallDuringTheFarewellKeepsIt) {
   service_->open({kA}, "");
   EXPECT_TRUE(client_->waitForName(kFilesPreviewerName, true));
   EXPECT_FALSE(hasIdled_);
+}
+
+TEST_F(PreviewServiceTest, NamesThatChangeDuringTheFarewellAreClaimedOnlyWhenItStays) {
+  start({.idleMilliseconds = 1, .farewellMilliseconds = 60'000});
+  ASSERT_TRUE(runUntil([&] { return client_->ownerships == std::vector{true, false}; }));
+  service_->answerTo({kFilesPreviewerName});
+  EXPECT_FALSE(hasOwnerAfterClaims(kFilesPreviewerName));
+  service_->open({kA}, "");
+  EXPECT_TRUE(client_->waitForName(kFilesPreviewerName, true));
+  EXPECT_TRUE(client_->waitForName(kNemoPreviewerName, false));
 }
 
 TEST_F(PreviewServiceTest, WarmsUpOnlyWhenNothingIsShown) {
