@@ -38,7 +38,7 @@ PreviewSession::Clock PreviewSession::monotonicClock() {
 
 void PreviewSession::showFile(const ShowCall& call) {
   if (isAlready(call.uri)) {
-    if (call.closeIfAlreadyShown) close();
+    if (call.closeIfAlreadyShown) toggleOff(call);
     return;
   }
   if (isOutdated(call)) return;
@@ -61,6 +61,14 @@ void PreviewSession::open(std::vector<std::string> uris, const std::string& acti
 void PreviewSession::close() {
   forget();
   if (host_.isVisible()) host_.close();
+}
+
+// Space in the file manager's own window. Whoever calls without a window is a script, which knows
+// what it does.
+void PreviewSession::toggleOff(const ShowCall& call) {
+  const bool wasVisible = host_.isVisible();
+  close();
+  if (wasVisible && !call.parentHandle.empty()) closedByPersonAt_ = clock_();
 }
 
 // What was still being looked up must not bring the window back.
@@ -91,7 +99,7 @@ bool PreviewSession::isAlready(const std::string& uri) const {
 }
 
 // The file manager whose window it was, told by an arrow key to select another item, says so to a
-// preview that the person has closed meanwhile.
+// preview that the person has closed meanwhile: it speaks of the selection to a visible one only.
 bool PreviewSession::isOutdated(const ShowCall& call) const {
   if (call.closeIfAlreadyShown || isBusy() || !closedByPersonAt_) return false;
   return call.parentHandle == lastParent_ && clock_() - *closedByPersonAt_ < kNewsInMilliseconds;

@@ -28,10 +28,8 @@ struct ShowCall {
 /// - The item that is shown, or about to be: closes when the caller says so (its person pressed
 ///   Space again), else nothing happens (its selection moved to where it was).
 /// - Another item: the window is used again.
-///
-/// - The selection moved, says a call that comes just after the person closed the window: the
-/// caller
-///   had not heard of that yet, and nothing happens.
+/// - The selection moved, says a call that comes just after the person closed the window, in it or
+///   by Space in the file manager: the caller had not heard of that yet, and nothing happens.
 ///
 /// A call is only noted and carried out in a later turn of the main loop, so callers are answered
 /// first and of many calls that wait in line the last one alone is loaded.
@@ -63,6 +61,7 @@ class PreviewSession {
  private:
   static Clock monotonicClock();
   void personClosed();
+  void toggleOff(const ShowCall& call);
   void forget();
   bool isAlready(const std::string& uri) const;
   bool isOutdated(const ShowCall& call) const;

@@ -123,25 +123,41 @@ TEST_F(PreviewSessionTest, WhatThePersonClosedStaysClosedInTheTurnBeforeACall) {
 }
 
 TEST_F(PreviewSessionTest, ASelectionThatWasUnderWayDoesNotReopenIt) {
+  enum class Closing { ByPerson, BySpace, ByCaller };
   struct Row {
     const char* label;
     ShowCall call;
     std::int64_t after;  // milliseconds
-    bool isPersonsClosing;
+    Closing closing;
     bool isShown;
+    const char* parent = "x11:3a";
   };
+  using enum Closing;
+  const ShowCall selection = {.uri = kB, .parentHandle = "x11:3a"};
+  const ShowCall space = {.uri = kB, .parentHandle = "x11:3a", .closeIfAlreadyShown = true};
+  const ShowCall elsewhere = {.uri = kB, .parentHandle = "x11:3b"};
   const Row rows[] = {
-      {"under way", {.uri = kB, .parentHandle = "x11:3a"}, 0, true, false},
-      {"a slow one", {.uri = kB, .parentHandle = "x11:3a"}, 299, true, false},
-      {"a new one", {.uri = kB, .parentHandle = "x11:3a"}, 300, true, true},
-      {"Space", {.uri = kB, .parentHandle = "x11:3a", .closeIfAlreadyShown = true}, 0, true, true},
-      {"another window's", {.uri = kB, .parentHandle = "x11:3b"}, 0, true, true},
-      {"after the caller's own Close", {.uri = kB, .parentHandle = "x11:3a"}, 0, false, true},
+      {"under way", selection, 0, ByPerson, false},
+      {"a slow one", selection, 299, ByPerson, false},
+      {"a new one", selection, 300, ByPerson, true},
+      {"Space", space, 0, ByPerson, true},
+      {"another window's", elsewhere, 0, ByPerson, true},
+      {"under way after Space", selection, 0, BySpace, false},
+      {"a slow one after Space", selection, 299, BySpace, false},
+      {"a new one after Space", selection, 300, BySpace, true},
+      {"Space after Space", space, 0, BySpace, true},
+      {"another window's after Space", elsewhere, 0, BySpace, true},
+      {"a script's after its own", {.uri = kB}, 0, BySpace, true, ""},
+      {"after the caller's own Close", selection, 0, ByCaller, true},
   };
   for (const Row& row : rows) {
-    session_.showFile({.uri = kA, .parentHandle = "x11:3a", .closeIfAlreadyShown = true});
+    const ShowCall opening = {.uri = kA, .parentHandle = row.parent, .closeIfAlreadyShown = true};
+    session_.showFile(opening);
     test::runPending();
-    row.isPersonsClosing ? host_.closeByPerson() : session_.close();
+    if (row.closing == ByPerson) host_.closeByPerson();
+    if (row.closing == BySpace) session_.showFile(opening);
+    if (row.closing == ByCaller) session_.close();
+    ASSERT_FALSE(host_.isVisible()) << row.label;
     now_ += row.after;
     session_.showFile(row.call);
     test::runPending();
