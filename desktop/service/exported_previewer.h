@@ -14,8 +14,9 @@
 namespace lumisk::desktop {
 
 /// The previewer's objects on one connection of the session bus: every interface that file managers
-/// call, in front of one session. A call is noted and answered at once; what it asked for is
-/// carried out in a later turn of the main loop, but for `Close`, which is done before the answer.
+/// call, in front of one session. A call is noted and answered at once; what it asked to see is
+/// shown in a later turn of the main loop. What closes the window, which takes no time, is done
+/// before the answer.
 class ExportedPreviewer {
  public:
   /// Both are borrowed.

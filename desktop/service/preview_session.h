@@ -31,8 +31,9 @@ struct ShowCall {
 /// - The selection moved, says a call that comes just after the person closed the window, in it or
 ///   by Space in the file manager: the caller had not heard of that yet, and nothing happens.
 ///
-/// A call is only noted and carried out in a later turn of the main loop, so callers are answered
-/// first and of many calls that wait in line the last one alone is loaded.
+/// A call for an item is only noted and carried out in a later turn of the main loop, so callers
+/// are answered first and of many calls that wait in line the last one alone is loaded. A call that
+/// closes is carried out at once.
 class PreviewSession {
  public:
   /// Milliseconds of a clock that only goes forward.
