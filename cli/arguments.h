@@ -26,8 +26,8 @@ struct Arguments {
   bool isDark = false;
   std::optional<DocumentMode> mode = {};
   Integration integration = Integration::Install;
-  /// As written: each a path or a "file:" URI. With `Snapshot` all words, options included, which
-  /// the previewer reads.
+  /// As written: each a path or a "file:" URI, with `Open` any URI. With `Snapshot` all words,
+  /// options included, which the previewer reads.
   std::vector<std::string> paths = {};
 
   /// The one item of a command that takes one.
