@@ -16,7 +16,6 @@ struct Releases {
   }
 };
 
-using OwnedError = std::unique_ptr<GError, Releases<g_error_free>>;
 using OwnedText = std::unique_ptr<char, Releases<g_free>>;
 using OwnedVariant = std::unique_ptr<GVariant, Releases<g_variant_unref>>;
 using OwnedNodeInfo = std::unique_ptr<GDBusNodeInfo, Releases<g_dbus_node_info_unref>>;

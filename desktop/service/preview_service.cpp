@@ -34,11 +34,6 @@ void PreviewService::open(std::vector<std::string> uris, const std::string& acti
   somethingHappened();
 }
 
-void PreviewService::close() {
-  session_.close();
-  somethingHappened();
-}
-
 void PreviewService::stateChanged() {
   exported_.announceChanges();
   somethingHappened();

@@ -43,7 +43,6 @@ class PreviewService {
 
   /// Shows items for somebody who is no file manager; see `PreviewSession::open`.
   void open(std::vector<std::string> uris, const std::string& activationToken);
-  void close();
 
   /// Nothing has been shown for long and the names are given up: the program should end.
   std::function<void()> onIdle;
