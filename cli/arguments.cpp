@@ -47,6 +47,8 @@ constexpr DocumentMode kModes[] = {DocumentMode::Formatted, DocumentMode::Text,
 // A Markdown document has one page.
 constexpr std::span<const DocumentMode> kPageModes = std::span(kModes).first(2);
 
+bool isHelp(std::string_view word) { return word == "--help" || word == "-h"; }
+
 enum class Paths { None, One, Several };
 
 struct Command {
@@ -87,7 +89,7 @@ class CommandParser {
       const std::string_view word = words[at];
       if (optionsEnded_ || word.size() < 2 || word.front() != '-') {
         readPath(word);
-      } else if (word == "--help") {
+      } else if (isHelp(word)) {
         return Arguments{.subcommand = Subcommand::Help};
       } else if (word == "--mode" && !command_.modes.empty()) {
         ++at;
@@ -163,7 +165,7 @@ class CommandParser {
 
 bool asksForHelp(std::span<const std::string_view> words) {
   for (const std::string_view word : words) {
-    if (word == "--help") return true;
+    if (isHelp(word)) return true;
     if (word == "--") break;
   }
   return false;
@@ -195,10 +197,9 @@ ParseResult parseArguments(const std::vector<std::string_view>& words) {
     if (asksForHelp(all)) return Arguments{.subcommand = Subcommand::Help};
     return Arguments{.subcommand = Subcommand::Snapshot, .paths = {words.begin() + 1, words.end()}};
   }
-  const bool isHelp = words[0] == "--help" || words[0] == "-h";
-  if (isHelp || words[0] == "--version") {
+  if (isHelp(words[0]) || words[0] == "--version") {
     if (words.size() > 1) return UsageError{quoted(words[0]) + " stands alone"};
-    return Arguments{.subcommand = isHelp ? Subcommand::Help : Subcommand::Version};
+    return Arguments{.subcommand = isHelp(words[0]) ? Subcommand::Help : Subcommand::Version};
   }
   return CommandParser(kOpen).parse(all);
 }

@@ -40,7 +40,7 @@ Options:
   --remove             give the file manager its own previewer back
   --status             say which previewer the file managers start
   --                   what follows is no option
-  --help               show this text
+  -h, --help           show this text
   --version            show the version
 
 Exit status: 0 when it was done, 1 when it cannot be, 2 when the command line is

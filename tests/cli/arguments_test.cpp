@@ -69,9 +69,11 @@ TEST(Arguments, SnapshotLeavesAllWordsToThePreviewer) {
   ASSERT_NE(arguments, nullptr);
   EXPECT_EQ(arguments->subcommand, Subcommand::Snapshot);
   EXPECT_EQ(arguments->paths, (std::vector<std::string>{"--size", "800x600", "--", "a", "b.png"}));
-  const auto ofAFile = parseArguments({"snapshot", "--", "--help", "b.png"});
-  ASSERT_TRUE(std::holds_alternative<Arguments>(ofAFile));
-  EXPECT_EQ(std::get<Arguments>(ofAFile).subcommand, Subcommand::Snapshot);
+  for (const char* file : {"--help", "-h"}) {
+    const auto ofAFile = parseArguments({"snapshot", "--", file, "b.png"});
+    ASSERT_TRUE(std::holds_alternative<Arguments>(ofAFile));
+    EXPECT_EQ(std::get<Arguments>(ofAFile).subcommand, Subcommand::Snapshot);
+  }
 }
 
 TEST(Arguments, EveryCommandTellsOfItself) {
@@ -84,6 +86,11 @@ TEST(Arguments, EveryCommandTellsOfItself) {
       {"integrate", "--help"},
       {"snapshot", "--help"},
       {"snapshot", "--dark", "a", "--help"},
+      {"page", "-h"},
+      {"describe", "a", "-h"},
+      {"a", "-h"},
+      {"integrate", "-h"},
+      {"snapshot", "--dark", "a", "-h"},
   };
   for (const Words& words : rows) {
     const auto parsed = parseArguments(words);
@@ -164,8 +171,9 @@ TEST(Arguments, RejectsWhatMeansNothing) {
 }
 
 TEST(Arguments, HelpNamesEveryOption) {
-  for (const char* word : {"page", "describe", "open", "snapshot", "integrate", "--dark", "--size",
-                           "--light", "--mode", "--remove", "--status", "--help", "--version"}) {
+  for (const char* word :
+       {"page", "describe", "open", "snapshot", "integrate", "--dark", "--size", "--light",
+        "--mode", "--remove", "--status", "-h, --help", "--version"}) {
     EXPECT_NE(kHelpText.find(word), std::string_view::npos) << word;
   }
 }
