@@ -22,7 +22,7 @@ Commands:
                        and base
   snapshot PATH PICTURE
                        write a picture of the preview in the PNG format; only
-                       an older picture is replaced, no other file
+                       an older picture or an empty file is replaced
   integrate            make Lumisk the previewer of your file manager: Space
                        shows the selected item
 

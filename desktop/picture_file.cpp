@@ -33,7 +33,9 @@ std::optional<std::string> whyNotWritable(const std::string& input, const std::s
       shown.st_ino == there.st_ino)
     return "'" + output + "' is the item itself; the picture needs a file of its own";
   if (S_ISDIR(there.st_mode)) return "'" + output + "' is a folder";
-  if (!S_ISREG(there.st_mode) || there.st_size == 0 || isPicture(output)) return std::nullopt;
+  // It is written beside and then takes the name over, which a device or a pipe must not lose.
+  if (!S_ISREG(there.st_mode)) return "'" + output + "' is no file; it stays as it is";
+  if (there.st_size == 0 || isPicture(output)) return std::nullopt;
   return "'" + output + "' is there and is no PNG picture; it stays as it is";
 }
 
