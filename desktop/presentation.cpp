@@ -19,6 +19,9 @@ Presentation::Presentation(const FileURL& url, RenderContext& context)
     gtk_widget_set_hexpand(widget, TRUE);
     gtk_widget_set_vexpand(widget, TRUE);
     gtk_overlay_add_overlay(GTK_OVERLAY(root_.get()), widget);
+    // What holds no page, as a folder, follows the appearance, and its texts would be written on
+    // the root's colour.
+    if (findShownDocument(widget).page == nullptr) gtk_widget_add_css_class(widget, "own-ground");
   }
 }
 

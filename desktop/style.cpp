@@ -14,6 +14,9 @@ constexpr std::string_view kText = "background-text-";
 constexpr const char* kSafeAreas = "under-safe-areas";
 
 constexpr const char* kStyleSheet = R"css(
+.own-ground {
+  background-color: @window_bg_color;
+}
 .source-text {
   background-color: transparent;
 }

@@ -143,6 +143,8 @@ TEST_F(PanelEventsTest, WhatThePanelDrawsItselfFollowsToo) {
                       {"beside the picker", "long.md", nullptr, content, 6, 6},
                       {"the ground of a source", "long.md", "source", text, 40, 300},
                       {"the header of a folder", "folder", nullptr, content, 20, 8},
+                      {"the ground of a folder", "folder", nullptr, content, 20, 300},
+                      {"the ground of an empty folder", "folder/inner", nullptr, content, 20, 300},
                       {"the ground of a calm page", "missing", nullptr, content, 20, 20}};
   for (const Row& row : rows) {
     SCOPED_TRACE(row.label);
