@@ -5,6 +5,7 @@
 #include <stdlib.h>
 
 #include <clocale>
+#include <regex>
 #include <set>
 
 #include "desktop/texts.h"
@@ -47,22 +48,34 @@ class InGerman : public testing::Test {
   }
   bool isGerman(const std::string& text) const {
     if (texts_.contains(text)) return true;
-    // A folder's size comes before its date.
-    constexpr std::string_view kJoint = " - ";
-    const std::size_t joint = text.find(kJoint);
-    if (joint != std::string::npos) return isGerman(text.substr(joint + kJoint.size()));
+    // A folder's count and size come before its date.
+    for (const std::string_view joint : {" - ", ", "}) {
+      const std::size_t at = text.find(joint);
+      if (at != std::string::npos && !isFromSlot(text))
+        return isGerman(text.substr(0, at)) && isGerman(text.substr(at + joint.size()));
+    }
+    return isSize(text) || isFromSlot(text);
+  }
+  /// "1.2 KB", in the person's formats.
+  static bool isSize(const std::string& text) {
+    return std::regex_match(text, std::regex("[0-9.,]+ [kKMG]?B(yte|ytes)?"));
+  }
+  /// A sentence of the catalogue with something of the item in it.
+  bool isFromSlot(const std::string& text) const {
     for (const auto& [before, after] : beginnings_)
       if (before.size() + after.size() > 1 && text.starts_with(before) && text.ends_with(after))
         return true;
     return false;
   }
-  /// All words in the window that are not the item's own are German.
+  /// All words in the window that are not the item's own are German. A folder's rows have the
+  /// items' names, and sizes and dates in the person's formats.
   void expectGerman(PanelOnScreen& panel, const std::set<std::string>& itemsOwn) {
     int seen = 0;
     forEachShown(panel.root(), [&](GtkWidget* widget) {
       if (GTK_IS_WINDOW_CONTROLS(widget) ||
           gtk_widget_get_ancestor(widget, GTK_TYPE_WINDOW_CONTROLS) != nullptr)
         return;  // the toolkit's, in the toolkit's language
+      if (gtk_widget_get_ancestor(widget, GTK_TYPE_LIST_VIEW) != nullptr) return;
       const char* const tooltip = gtk_widget_get_tooltip_text(widget);
       for (const std::string& text :
            {std::string(GTK_IS_LABEL(widget) ? gtk_label_get_text(GTK_LABEL(widget)) : ""),
@@ -85,7 +98,8 @@ TEST_F(InGerman, TheCatalogueIsThere) { EXPECT_STREQ(desktop::tr("find.none"), "
 TEST_F(InGerman, NoWordIsLeftInEnglish) {
   const ItemsToShow items;
   PanelOnScreen panel;
-  for (const char* const name : {"guide.md", "data.json", "empty"}) {
+  for (const char* const name :
+       {"guide.md", "data.json", "table.csv", "main.cpp", "folder", "empty"}) {
     SCOPED_TRACE(name);
     ASSERT_TRUE(panel.open(items / name));
     panel->perform(Command::Find);
@@ -111,7 +125,56 @@ TEST_F(InGerman, NeitherOnACalmPage) {
   expectGerman(panel, {"guide.md"});
 }
 
-TEST_F(InGerman, NeitherInTheMenuNorInTheShortcutsWindow) {
+/// What the property says of each shown widget of these types, below `root`.
+std::vector<std::string> textsOf(GtkWidget* root, const char* property,
+                                 const std::set<std::string>& types) {
+  std::vector<std::string> texts;
+  forEachShown(root, [&](GtkWidget* widget) {
+    if (!types.contains(G_OBJECT_TYPE_NAME(widget))) return;
+    char* text = nullptr;
+    g_object_get(widget, property, &text, nullptr);
+    if (text != nullptr) texts.emplace_back(text);
+    g_free(text);
+  });
+  return texts;
+}
+
+TEST_F(InGerman, NeitherInTheMenu) {
+  const ItemsToShow items;
+  PanelOnScreen panel;
+  ASSERT_TRUE(panel.open(items / "guide.md"));
+  const auto isMenu = [](GtkWidget* w) { return GTK_IS_MENU_BUTTON(w) == TRUE; };
+  auto* const menu = GTK_MENU_BUTTON(shownBelow(panel.root(), isMenu).at(0));
+  gtk_menu_button_popup(menu);
+  GtkWidget* const popover = GTK_WIDGET(gtk_menu_button_get_popover(menu));
+  ASSERT_TRUE(runUntil([&] { return gtk_widget_get_mapped(popover) == TRUE; }));
+  const std::vector<std::string> texts = textsOf(popover, "text", {"GtkModelButton"});
+  EXPECT_EQ(texts.size(), 9U);
+  for (const std::string& text : texts) EXPECT_TRUE(isGerman(text)) << text;
+}
+
+TEST_F(InGerman, NeitherInTheShortcutsWindow) {
+  const ItemsToShow items;
+  PanelOnScreen panel;
+  ASSERT_TRUE(panel.open(items / "guide.md"));
+  panel->perform(Command::ShowShortcuts);
+  GListModel* const windows = gtk_window_get_toplevels();
+  desktop::GRef<GtkWidget> shortcuts;
+  ASSERT_TRUE(runUntil([&] {
+    for (guint i = 0; i < g_list_model_get_n_items(windows); ++i) {
+      auto each = desktop::GRef<GtkWidget>::adopt(GTK_WIDGET(g_list_model_get_item(windows, i)));
+      if (GTK_IS_SHORTCUTS_WINDOW(each.get()) && gtk_widget_get_mapped(each.get()) == TRUE)
+        shortcuts = each;
+    }
+    return static_cast<bool>(shortcuts);
+  }));
+  const std::vector<std::string> texts =
+      textsOf(shortcuts.get(), "title", {"GtkShortcutsGroup", "GtkShortcutsShortcut"});
+  EXPECT_GT(texts.size(), desktop::commandRows().size() / 2);
+  for (const std::string& text : texts) EXPECT_TRUE(isGerman(text)) << text;
+}
+
+TEST_F(InGerman, NeitherInWhatAnyCommandIsCalled) {
   for (const desktop::CommandRow& row : desktop::commandRows())
     EXPECT_TRUE(isGerman(desktop::tr(row.title))) << row.action;
 }
