@@ -72,6 +72,24 @@ TEST_F(FileManagerTest, KeysPressedInOneBreathAllCount) {
   EXPECT_TRUE(selects("c.py"));
 }
 
+TEST_F(FileManagerTest, AWalkGoesOnPastWhatHasNoPreview) {
+  writeAll(folder_ / "ab.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff", 17));
+  ASSERT_NO_FATAL_FAILURE(startFiles());
+  ASSERT_NO_FATAL_FAILURE(click("a.md"));
+  pressKeys("space");
+  ASSERT_TRUE(shows("a.md"));
+  ASSERT_TRUE(hasKeyboard(preview()));
+  for (const char* const name : {"ab.png", "b.json"}) {
+    pressKeys("Right");
+    EXPECT_TRUE(shows(name));
+  }
+  pressKeys("Left");
+  EXPECT_TRUE(shows("ab.png"));
+  EXPECT_TRUE(selects("ab.png"));
+  pressKeys("space");
+  EXPECT_TRUE(closes());
+}
+
 TEST_F(FileManagerTest, EscapeAfterAnArrowIsTheEndOfIt) {
   ASSERT_NO_FATAL_FAILURE(startFiles());
   ASSERT_NO_FATAL_FAILURE(click("a.md"));
