@@ -30,7 +30,9 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
     if (views.onFinished) views.onFinished();
   };
   live_->onDrawn = [this] { gtk_widget_set_opacity(widget(), 1); };
-  live_->onTerminated = [this] { terminated(); };
+  live_->onTerminated = [this] {
+    if (owner_.onTerminated) owner_.onTerminated();
+  };
   live_->onHistoryChanged = [this] {
     if (owner_.onHistoryChanged) owner_.onHistoryChanged();
   };
@@ -93,10 +95,6 @@ void DesktopWebView::loadHTMLString(const ui::SharedText& html,
 void DesktopWebView::hideUntilDrawn() {
   focus_.forget();
   gtk_widget_set_opacity(widget(), kLeastOpacity);
-}
-
-void DesktopWebView::terminated() {
-  if (owner_.onTerminated) owner_.onTerminated();
 }
 
 std::unique_ptr<WebView> DesktopWebViews::makeWebView(const WebViewConfiguration& configuration) {

@@ -43,7 +43,6 @@ class DesktopWebView final : public WebView {
   static void received(WebKitUserContentManager*, JSCValue* value, gpointer registration);
   void connect(const WebViewConfiguration& configuration);
   void hideUntilDrawn();
-  void terminated();
 
   DesktopWebViews& owner_;
   std::unique_ptr<LiveView> live_;
