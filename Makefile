@@ -12,7 +12,7 @@ override PREFIX := $(PREFIX:~/%=$(HOME)/%)
 # As it was written: a name may hold what make and the shell would read into it.
 override FILE := $(value FILE)
 export FILE
-.PHONY: help preview named-file test bench format lint sanitize thread setup build install uninstall deb
+.PHONY: help preview named-file test bench format lint sanitize sanitize-desktop thread setup build install uninstall deb
 
 help:
 	@echo 'make preview FILE=…   show FILE in the previewer (without a screen: a picture of it)'
@@ -24,6 +24,7 @@ help:
 	@echo 'make format           format the code'
 	@echo 'make lint             check format, static analysis and the pages'"'"' scripts'
 	@echo 'make sanitize         run the tests under AddressSanitizer and UBSan'
+	@echo 'make sanitize-desktop the same for the tests with a display'
 	@echo 'make thread           run the tests that use threads under ThreadSanitizer'
 	@echo 'Needed Debian packages are in packages.txt; each target installs those it needs.'
 
@@ -65,6 +66,13 @@ sanitize:
 	@cmake --preset sanitize >/dev/null
 	@cmake --build --preset sanitize
 	@ctest --test-dir build/sanitize --output-on-failure -j 2
+
+# What the toolkit and the engine keep until the end of the program is theirs.
+sanitize-desktop:
+	@scripts/install-packages build test desktop desktop-test
+	@cmake --preset sanitize-desktop >/dev/null
+	@cmake --build --preset sanitize-desktop
+	@ASAN_OPTIONS=detect_leaks=0 ctest --test-dir build/sanitize-desktop --output-on-failure -L display
 
 thread:
 	@scripts/install-packages build test

@@ -19,4 +19,19 @@ if(LUMISK_SANITIZE)
   add_compile_options(-fsanitize=${LUMISK_SANITIZE} -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${LUMISK_SANITIZE})
+  if(LUMISK_DESKTOP)
+    # The engine was built without type information. Where it uses a template of the C++ library that
+    # this program has too, the linker gives it the program's, whose check finds no type.
+    add_compile_options(-fno-sanitize=vptr)
+  endif()
 endif()
+
+# lumisk_without_sanitizer(TARGET)
+#
+# For what another program loads, which has no sanitizer in it.
+function(lumisk_without_sanitizer target)
+  if(LUMISK_SANITIZE)
+    target_compile_options(${target} PRIVATE -fno-sanitize=all)
+    target_link_options(${target} PRIVATE -fno-sanitize=all)
+  endif()
+endfunction()

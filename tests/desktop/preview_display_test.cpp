@@ -193,6 +193,7 @@ TEST_F(PreviewTest, NothingIsSeenOfTheDocumentBefore) {
   ASSERT_TRUE(runUntil([&] {
     const auto picture = desktop::pictureOf(preview.presentation().widget());
     isRedSeen = isRedSeen || (picture && hasRed(picture.get()));
+    runFor(5);  // else a slow machine does nothing but draw
     return preview.finishedLoads() > 0;
   }));
   EXPECT_FALSE(isRedSeen);
