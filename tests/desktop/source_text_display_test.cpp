@@ -78,11 +78,11 @@ TEST(Paragraphs, AreNotBroken) {
 
 TEST(SourceTextOnScreen, FillsInEachTextThatTakesItsPlace) {
   desktop::SourceText source;
-  source.setText(numbers(200'000));
+  source.setText(repeated("one line\n", 200'000));
   EXPECT_FALSE(source.isComplete());
   source.fill();
   EXPECT_TRUE(runUntil([&] { return source.isComplete(); }));
-  const std::string next = numbers(300'000);
+  const std::string next = repeated("another line\n", 300'000);
   source.setText(next);
   EXPECT_TRUE(runUntil([&] { return source.isComplete(); }));
   EXPECT_TRUE(textOf(source) == next);
