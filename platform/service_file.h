@@ -19,9 +19,9 @@ inline constexpr std::array<std::string_view, 2> kPreviewerNames = {"org.gnome.N
 /// The base name of the program that answers.
 inline constexpr std::string_view kPreviewerProgram = "lumisk-previewer";
 
-/// The data directories in which the bus looks for these files, in its order: what was made for
-/// this session alone, then `dataDirectories`, and always the one that the bus was built with,
-/// which $XDG_DATA_DIRS may leave out.
+/// The data directories in which the bus looks for these files, in the order of dbus-daemon(1):
+/// $XDG_RUNTIME_DIR, whose files go when the person logs out, then `dataDirectories`, and always
+/// the one that the bus was built with, which $XDG_DATA_DIRS may leave out.
 std::vector<std::string> serviceDataDirectories();
 
 std::string serviceFolderOf(std::string_view dataDirectory);
