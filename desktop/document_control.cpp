@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "desktop/beginning_first.h"
 #include "desktop/host_scripts.h"
 
 namespace lumisk::desktop {
@@ -114,10 +115,12 @@ void zoomText(GtkWidget* view, double zoom) {
 }  // namespace
 
 void scroll(const ShownDocument& shown, ScrollStep step) {
-  if (shown.page != nullptr)
+  if (shown.page != nullptr) {
+    if (step == ScrollStep::ToEnd) showAll(shown.page);
     runInPage(shown.page, scriptFor(step));
-  else if (shown.scrolled != nullptr)
+  } else if (shown.scrolled != nullptr) {
     scrollWindow(shown.scrolled, step);
+  }
 }
 
 void copySelection(const ShownDocument& shown) {

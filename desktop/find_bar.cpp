@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "desktop/accessible_name.h"
+#include "desktop/beginning_first.h"
 #include "desktop/source_text.h"
 #include "desktop/text_search.h"
 #include "desktop/texts.h"
@@ -151,6 +152,7 @@ void FindBar::searchAnew() {
 
 void FindBar::searchPage(WebKitWebView* page, const char* text) {
   page_ = GRef<WebKitWebView>::retain(page);
+  showAll(page);
   WebKitFindController* controller = webkit_web_view_get_find_controller(page);
   counted_ = std::make_unique<SignalHandler>(controller, "counted-matches",
                                              G_CALLBACK(&FindBar::counted), this);

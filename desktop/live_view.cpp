@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "desktop/beginning_first.h"
+
 namespace lumisk::desktop {
 namespace {
 
@@ -142,6 +144,7 @@ void LiveView::loadText(std::string_view html, const char* baseUri) {
 
 void LiveView::print(GtkWindow* parent) {
   if (isPrinting()) return;
+  showAll(view());
   printing_ = GRef<WebKitPrintOperation>::adopt(webkit_print_operation_new(view()));
   printed_ = std::make_unique<SignalHandler>(printing_.get(), "finished",
                                              G_CALLBACK(&LiveView::printed), this);

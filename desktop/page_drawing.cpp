@@ -12,13 +12,16 @@ constexpr unsigned kMostLooks = 400;
 /// A page whose script never ends answers nothing.
 constexpr unsigned kLongestSettling = 20'000;  // milliseconds
 
-/// A page is complete when its fonts are there and its diagrams are drawn, which happens after the
-/// load. A diagram with an error in it may never be, and a page that is not seen has no frames.
+/// A page is complete when its fonts are there, its diagrams are drawn and no more of it is to come
+/// by itself, which happens after the load. A diagram with an error in it may never be, and a page
+/// that is not seen has no frames.
 constexpr const char* kSettled = R"js(
   const end = Date.now() + 3000;
   await Promise.race([document.fonts.ready, new Promise((done) => setTimeout(done, 3000))]);
   const isDrawn = (d) => d.querySelector('svg') !== null || d.textContent.trim() === '';
-  while (Date.now() < end && ![...document.querySelectorAll('div.mermaid')].every(isDrawn))
+  const isGrowing = () => document.querySelector('#content[aria-busy]') !== null;
+  while (Date.now() < end &&
+         (isGrowing() || ![...document.querySelectorAll('div.mermaid')].every(isDrawn)))
     await new Promise((done) => setTimeout(done, 20));
   await new Promise((done) => {
     if (!isSeen) return done();

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "desktop/beginning_first.h"
 #include "desktop/client_libraries.h"
 #include "desktop/graphics.h"
 #include "desktop/page_focus.h"
@@ -160,6 +161,7 @@ GRef<WebKitWebView> WebEngine::makeView() const {
       WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
       "settings", settings_.get(), "website-policies", policies.get(), nullptr)));
   PageFocusWatch::install(webkit_web_view_get_user_content_manager(view.get()));
+  heedBeginningFirst(webkit_web_view_get_user_content_manager(view.get()));
   const GdkRGBA transparent{0, 0, 0, 0};
   webkit_web_view_set_background_color(view.get(), &transparent);
   g_signal_connect(view.get(), "permission-request", G_CALLBACK(denyPermission), nullptr);

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "desktop/beginning_first.h"
 #include "desktop/diagram_mention.h"
 #include "desktop/script_value.h"
 
@@ -103,12 +104,16 @@ std::unique_ptr<WebView> DesktopWebViews::makeWebView(const WebViewConfiguration
 
 void DesktopWebViews::expect(std::uint64_t bytes) { isLarge_ = bytes >= kLargeItem; }
 
-void DesktopWebViews::announce(const ui::SharedText& page) { diagrams_ = diagramsIn(page.view()); }
+void DesktopWebViews::announce(const ui::SharedText& page) {
+  diagrams_ = diagramsIn(page.view());
+  const bool isCode = !diagrams_;
+  showing_ = isCode ? showingOfCode(page.view().size()) : Showing::AtOnce;
+}
 
 PageLoad DesktopWebViews::nextLoad() {
   static std::uint64_t lastNumber = 0;  // never the same twice in a program
   if (diagrams_) liveViews_.engine().willLoad(*diagrams_);
-  return {++lastNumber, diagrams_.value_or(Diagrams::Possible)};
+  return {++lastNumber, diagrams_.value_or(Diagrams::Possible), showing_};
 }
 
 }  // namespace lumisk::desktop

@@ -89,6 +89,7 @@ class DesktopWebViews final : public WebViewFactory {
   DesktopWebView* latest_ = nullptr;
   bool isLarge_ = false;
   std::optional<Diagrams> diagrams_;
+  Showing showing_ = Showing::AtOnce;
 };
 
 }  // namespace lumisk::desktop

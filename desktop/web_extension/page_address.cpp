@@ -4,6 +4,8 @@ namespace lumisk::desktop {
 namespace {
 
 constexpr std::string_view kLoadKey = "?load=";
+/// Known to pages/beginning_first.js, too.
+constexpr std::string_view kBeginningFirst = "&show=beginning-first";
 constexpr std::string_view kNoDiagrams = "&diagrams=none";
 
 }  // namespace
@@ -12,6 +14,7 @@ std::string pageAddress(std::string_view fileUri, PageLoad load) {
   std::string address(fileUri);
   address += kLoadKey;
   address += std::to_string(load.number);
+  if (load.showing == Showing::BeginningFirst) address += kBeginningFirst;
   if (load.diagrams == Diagrams::None) address += kNoDiagrams;
   return address;
 }

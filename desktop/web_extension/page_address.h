@@ -15,9 +15,13 @@ namespace lumisk::desktop {
 /// Whether a page can make use of the diagram library.
 enum class Diagrams { Possible, None };
 
+/// Whether the page is shown as it comes, or its first screenful before the rest of it.
+enum class Showing { AtOnce, BeginningFirst };
+
 struct PageLoad {
   std::uint64_t number = 0;
   Diagrams diagrams = Diagrams::Possible;
+  Showing showing = Showing::AtOnce;
 };
 
 /// `file:///x/preview.html` to `file:///x/preview.html?load=7&diagrams=none`.

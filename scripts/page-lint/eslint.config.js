@@ -1,9 +1,20 @@
 'use strict';
 
-// The page script runs in whatever web engine a host has, so it keeps to ES5.
+const errors = {
+    'no-undef': 'error',
+    'no-unused-vars': ['error', { caughtErrors: 'none' }],
+    'no-redeclare': 'error',
+    'no-implicit-globals': 'error',
+    'no-loop-func': 'error',
+    'no-inner-declarations': 'error',
+    eqeqeq: 'error',
+    semi: 'error'
+};
+
 module.exports = [
     {
-        files: ['**/*.js'],
+        // The page script runs in whatever web engine a host has, so it keeps to ES5.
+        files: ['core/**/*.js'],
         languageOptions: {
             ecmaVersion: 5,
             sourceType: 'script',
@@ -17,15 +28,19 @@ module.exports = [
                 renderMathInElement: 'readonly'
             }
         },
-        rules: {
-            'no-undef': 'error',
-            'no-unused-vars': ['error', { caughtErrors: 'none' }],
-            'no-redeclare': 'error',
-            'no-implicit-globals': 'error',
-            'no-loop-func': 'error',
-            'no-inner-declarations': 'error',
-            eqeqeq: 'error',
-            semi: 'error'
-        }
+        rules: errors
+    },
+    {
+        // The desktop's own scripts know their engine.
+        files: ['desktop/**/*.js'],
+        languageOptions: {
+            ecmaVersion: 2022,
+            sourceType: 'script',
+            globals: Object.fromEntries(
+                ['Array', 'CSSStyleSheet', 'NodeFilter', 'addEventListener', 'document',
+                    'getSelection', 'innerHeight', 'location', 'requestAnimationFrame', 'screen',
+                    'scrollY', 'setTimeout', 'window'].map((name) => [name, 'readonly']))
+        },
+        rules: errors
     }
 ];

@@ -61,6 +61,14 @@ TEST_F(FindAgain, WhereALinkLedAndOnTheWayBack) {
   EXPECT_TRUE(says("2 matches"));
 }
 
+TEST_F(FindAgain, InWhatALongTextHoldsBack) {
+  std::string text;
+  while (text.size() < 400'000) text += "int value = 1;\n";
+  writeAll(items_ / "long.cpp", text + "int needle = 2;\n");
+  look("long.cpp", "needle");
+  EXPECT_TRUE(says("1 match"));
+}
+
 TEST_F(FindAgain, NothingWhileTheBarIsClosed) {
   look("data.json", "a");
   EXPECT_TRUE(says("1 match"));

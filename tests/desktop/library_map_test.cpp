@@ -79,6 +79,8 @@ TEST(PageAddress, DiffersForEachLoad) {
   EXPECT_EQ(pageAddress("file:///p.html", {7, Diagrams::Possible}), "file:///p.html?load=7");
   EXPECT_EQ(pageAddress("file:///p.html", {8, Diagrams::None}),
             "file:///p.html?load=8&diagrams=none");
+  EXPECT_EQ(pageAddress("file:///p.html", {9, Diagrams::Possible, Showing::BeginningFirst}),
+            "file:///p.html?load=9&show=beginning-first");
   EXPECT_TRUE(isPageAddress("file:///p.html?load=7"));
   EXPECT_TRUE(isPageAddress("file:///p.html?load=8&diagrams=none#part"));
   EXPECT_FALSE(isPageAddress("file:///p.html"));

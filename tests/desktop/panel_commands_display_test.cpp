@@ -57,6 +57,22 @@ TEST(PanelCommands, WhereThereIsNoTextTheFindBarStaysShut) {
     }
 }
 
+TEST(PanelCommands, TheEndOfALongTextIsItsVeryEnd) {
+  const ItemsToShow items;
+  PanelOnScreen panel;
+  std::string text;
+  while (text.size() < 400'000) text += "int value = 1;\n";
+  writeAll(items / "long.cpp", text + "int last = 2;");
+  ASSERT_TRUE(panel.open(items / "long.cpp"));
+  panel->perform(Command::ToEnd);
+  const auto isAtEnd = [&] {
+    return evaluate(panel->webViews().latestView(),
+                    "document.querySelector('pre > code').textContent.endsWith('last = 2;') && "
+                    "scrollY + innerHeight >= document.documentElement.scrollHeight - 1");
+  };
+  EXPECT_TRUE(runUntil([&] { return isAtEnd() == "true"; }));
+}
+
 TEST(PanelCommands, TheWholeScreenIsForOneItem) {
   const ItemsToShow items;
   PanelOnScreen panel;
