@@ -100,7 +100,6 @@ if(NOT listing STREQUAL expected)
                       "${WORK}/manifest.sha256 with ${manifest}")
 endif()
 file(COPY_FILE "${manifest}" "${STORE}/manifest.sha256")
-file(COPY_FILE "${SOURCE}/inert_mermaid.js" "${STORE}/inert_mermaid.js")
 
 # The libraries hold others: their packages are those of the lock file, each with its licence.
 # "node_modules/a/node_modules/@b/c" is "a_b_c" there.

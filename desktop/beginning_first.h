@@ -16,9 +16,6 @@ namespace lumisk::desktop {
 /// makes all of it before there is anything to show.
 Showing showingOfCode(std::size_t size);
 
-/// Has the pages of the views with this manager heed `Showing::BeginningFirst` in their address.
-void heedBeginningFirst(WebKitUserContentManager* manager);
-
 /// Has the page that is there show all that it holds back, before the engine does anything that is
 /// asked of it later: to look for a text, to go to its end, to print.
 void showAll(WebKitWebView* page);

@@ -38,7 +38,6 @@ LibraryStore readLibraryStore(const std::string& folder) {
       store.paths.push_back(path);
   };
   while (std::getline(manifest, line)) addIfThere(pathInLine(line));
-  addIfThere(std::string(kInertDiagramLibrary));
   return store;
 }
 

@@ -129,8 +129,6 @@ class LiveViews {
  public:
   explicit LiveViews(WebEngine& engine) : engine_(engine) {}
 
-  WebEngine& engine() const { return engine_; }
-
   /// The warm view if there is one, else a fresh one.
   std::unique_ptr<LiveView> take();
   /// Keeps the view for the next document if it is fit; if not, another is made warm soon.

@@ -4,11 +4,11 @@
 #include <initializer_list>
 #include <string_view>
 
-#include "desktop/beginning_first.h"
 #include "desktop/client_libraries.h"
 #include "desktop/graphics.h"
 #include "desktop/page_focus.h"
 #include "desktop/page_menu.h"
+#include "desktop/page_scripts.h"
 #include "desktop/web_extension/store_message.h"
 
 namespace lumisk::desktop {
@@ -146,14 +146,6 @@ void WebEngine::acceptCookies(WebKitWebView* view) {
                   WEBKIT_COOKIE_POLICY_ACCEPT_NO_THIRD_PARTY);
 }
 
-void WebEngine::willLoad(Diagrams diagrams) {
-  const bool isKept = lastDiagrams_ && *lastDiagrams_ != diagrams;
-  lastDiagrams_ = diagrams;
-  if (!isKept) return;
-  webkit_website_data_manager_clear(webkit_network_session_get_website_data_manager(session_.get()),
-                                    WEBKIT_WEBSITE_DATA_MEMORY_CACHE, 0, nullptr, nullptr, nullptr);
-}
-
 GRef<WebKitWebView> WebEngine::makeView() const {
   const auto policies = GRef<WebKitWebsitePolicies>::adopt(
       webkit_website_policies_new_with_policies("autoplay", WEBKIT_AUTOPLAY_DENY, nullptr));
@@ -161,7 +153,7 @@ GRef<WebKitWebView> WebEngine::makeView() const {
       WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
       "settings", settings_.get(), "website-policies", policies.get(), nullptr)));
   PageFocusWatch::install(webkit_web_view_get_user_content_manager(view.get()));
-  heedBeginningFirst(webkit_web_view_get_user_content_manager(view.get()));
+  installPageScripts(webkit_web_view_get_user_content_manager(view.get()));
   const GdkRGBA transparent{0, 0, 0, 0};
   webkit_web_view_set_background_color(view.get(), &transparent);
   g_signal_connect(view.get(), "permission-request", G_CALLBACK(denyPermission), nullptr);

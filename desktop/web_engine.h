@@ -2,11 +2,9 @@
 
 #include <webkit/webkit.h>
 
-#include <optional>
 #include <string>
 
 #include "desktop/gref.h"
-#include "desktop/web_extension/page_address.h"
 
 namespace lumisk::desktop {
 
@@ -41,13 +39,7 @@ class WebEngine {
   /// last until the sites are forgotten.
   static void acceptCookies(WebKitWebView* view);
 
-  /// To be told before each load of a page with the diagram library. The web processes keep
-  /// libraries by their CDN URL, so after a page that had the stand-in for the diagram library they
-  /// must forget it, and the other way round.
-  void willLoad(Diagrams diagrams);
-
  private:
-  std::optional<Diagrams> lastDiagrams_;
   GRef<WebKitWebContext> context_;
   GRef<WebKitNetworkSession> session_;
   GRef<WebKitSettings> settings_;

@@ -85,7 +85,6 @@ void DesktopWebView::loadFileURL(const FileURL& url, const FileURL& /*readAccess
 void DesktopWebView::loadHTMLString(const ui::SharedText& html,
                                     const std::optional<FileURL>& baseURL) {
   hideUntilDrawn();
-  owner_.liveViews_.engine().willLoad(Diagrams::Possible);
   const std::string base = baseURL ? std::string(baseURL->absoluteString()) : std::string();
   live_->loadText(html.view(), baseURL ? base.c_str() : nullptr);
 }
@@ -112,7 +111,6 @@ void DesktopWebViews::announce(const ui::SharedText& page) {
 
 PageLoad DesktopWebViews::nextLoad() {
   static std::uint64_t lastNumber = 0;  // never the same twice in a program
-  if (diagrams_) liveViews_.engine().willLoad(*diagrams_);
   return {++lastNumber, diagrams_.value_or(Diagrams::Possible), showing_};
 }
 

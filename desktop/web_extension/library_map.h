@@ -18,21 +18,24 @@ struct LibraryStore {
   std::vector<std::string> paths;
 };
 
-/// The file of the store that stands in for the diagram library on pages without a diagram.
-inline constexpr std::string_view kInertDiagramLibrary = "inert_mermaid.js";
-
 /// Tells which request of a page an installed file answers. Exact URLs only: another version,
 /// another host, a query or a fragment is a different resource and goes to the network.
 class LibraryMap {
  public:
   explicit LibraryMap(LibraryStore store);
 
-  /// The file URL to load in place of `requestUri`, asked for by the page at `pageUri`; nothing
-  /// when the request is none of the store's business.
-  std::optional<std::string> installedFile(std::string_view requestUri,
-                                           std::string_view pageUri) const;
+  /// The file URL to load in place of `requestUri`; nothing when the request is none of the store's
+  /// business.
+  std::optional<std::string> installedFile(std::string_view requestUri) const;
+
+  /// Whether `requestUri` is the diagram library, and the page at `pageUri`, which asks for it, has
+  /// no use for it. Whoever loads nothing then keeps nothing in the library's place: the engine
+  /// remembers what came by the URL that the page wrote.
+  bool isSpared(std::string_view requestUri, std::string_view pageUri) const;
 
  private:
+  std::optional<std::string> installedPath(std::string_view requestUri) const;
+
   std::string prefix_;
   std::string storeUri_;
   std::unordered_set<std::string> paths_;

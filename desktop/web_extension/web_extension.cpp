@@ -12,13 +12,14 @@ namespace {
 
 using lumisk::desktop::LibraryMap;
 
-/// Rewrites the request's address when the store answers it. FALSE: the request goes on.
+/// Rewrites the request's address when the store answers it. TRUE: nothing is loaded.
 gboolean sendRequest(WebKitWebPage* page, WebKitURIRequest* request, WebKitURIResponse*,
-                     gpointer map) {
-  const char* pageUri = webkit_web_page_get_uri(page);
-  const auto file = static_cast<const LibraryMap*>(map)->installedFile(
-      webkit_uri_request_get_uri(request), pageUri == nullptr ? "" : pageUri);
-  if (file) webkit_uri_request_set_uri(request, file->c_str());
+                     gpointer data) {
+  const auto& map = *static_cast<const LibraryMap*>(data);
+  const char* const uri = webkit_uri_request_get_uri(request);
+  const char* const pageUri = webkit_web_page_get_uri(page);
+  if (map.isSpared(uri, pageUri == nullptr ? "" : pageUri)) return TRUE;
+  if (const auto file = map.installedFile(uri)) webkit_uri_request_set_uri(request, file->c_str());
   return FALSE;
 }
 

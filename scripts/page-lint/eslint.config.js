@@ -37,7 +37,7 @@ module.exports = [
             ecmaVersion: 2022,
             sourceType: 'script',
             globals: Object.fromEntries(
-                ['Array', 'CSSStyleSheet', 'NodeFilter', 'addEventListener', 'document',
+                ['Array', 'CSSStyleSheet', 'NodeFilter', 'Promise', 'addEventListener', 'document',
                     'getSelection', 'innerHeight', 'location', 'requestAnimationFrame', 'screen',
                     'scrollY', 'setTimeout', 'window'].map((name) => [name, 'readonly']))
         },

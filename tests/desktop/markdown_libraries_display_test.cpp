@@ -132,6 +132,8 @@ TEST(InertDiagramLibrary, TheFinishedPageIsTheSame) {
   EXPECT_EQ(inert, "undefined");
   EXPECT_EQ(real, "function");
   EXPECT_EQ(withStandIn, withLibrary);
+  // The engine has the library at hand by now, and would take it.
+  EXPECT_EQ(finished("").first, "undefined");
 }
 
 }  // namespace
