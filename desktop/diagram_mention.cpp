@@ -13,7 +13,8 @@ namespace {
 constexpr std::string_view kLibrary = "/mermaid.min.js\"></script>";
 
 /// What a document needs one of to come to a diagram, in lower case.
-constexpr std::array<std::string_view, 3> kMentions = {"mermaid", "&#", "</script"};
+constexpr std::array<std::string_view, 6> kMentions = {"mermaid", "&#",      "</script",
+                                                       "<iframe", "<object", "<embed"};
 
 /// Beyond it the search would cost more than the library that it may spare.
 constexpr std::size_t kLongestSearch = std::size_t{8} * 1024 * 1024;

@@ -4,8 +4,9 @@
 //
 // The engine lays out and paints a text or a table as one piece, and its colours come before the
 // first frame: half a second for 100 KB, minutes for 50 MB. A person sees one screenful of it. So
-// what lies below is held back, a shorter text by some hundred milliseconds, a longer one until
-// somebody goes there; with all of it shown, the page is what its own script makes of it.
+// what lies below is held back, of a shorter text for a moment, of a longer one until somebody goes
+// there. In the end the page is what its own script makes of it, but for the colours of texts
+// beyond `kMostColoured`.
 
 (() => {
   if (!location.search.includes('&show=beginning-first')) return;
@@ -20,23 +21,27 @@
   const kCostOfGuess = 16;
   const kGrowth = 4;
 
-  const kLeastLineHeight = 16; // pixels
-  const kLeastRowHeight = 30; // pixels
+  const kLeastLineHeight = 16; // pixels; 20.8 by the style sheet
+  const kLeastRowHeight = 30; // pixels; 35 by the style sheet
   const kLongestBeginning = 16 * 1024; // characters
   /** A line is cut in two where its end is further away. */
   const kLongestLine = 4 * 1024; // characters
-  /** How many of a column's cells are tried for its width. */
+  /** Who wants to see what comes below a longer line goes to the end, or looks for it. */
+  const kLongestLinePassed = 1024 * 1024; // characters
+  /** How many of a column's cells are tried for its width, and of how many columns. */
   const kTriedCells = 4;
+  const kTriedColumns = 300;
 
   const screenful = Math.max(screen.height, innerHeight);
   const firstRows = Math.ceil(screenful / kLeastRowHeight) + 1;
 
   const held = new CSSStyleSheet();
   const hold = (selector) => held.replaceSync(`${selector} { display: none !important; }`);
+  const holdNothing = () => held.replaceSync('');
   document.adoptedStyleSheets = [held];
   hold(`#content > pre, #content tr:nth-child(n + ${firstRows + 1})`);
 
-  /** The end of the line that `at` lies in. */
+  /** The end of the line that `at` lies in, or `at` where that is far away. */
   function endOfLine(text, at) {
     const feed = text.indexOf('\n', at);
     const end = feed < 0 ? text.length : feed + 1;
@@ -45,63 +50,92 @@
     return isWithinPair ? at + 1 : at;
   }
 
-  /** Where the text of the first screen ends. */
-  function endOfScreenful(text) {
-    let end = 0;
-    for (let lines = Math.ceil(screenful / kLeastLineHeight); lines > 0; --lines) {
-      const feed = text.indexOf('\n', end);
-      if (feed < 0 || feed > kLongestBeginning) return kLongestBeginning;
-      end = feed + 1;
+  /** How many characters of these blocks fill the first screen. */
+  function sizeOfScreenful(blocks) {
+    let lines = Math.ceil(screenful / kLeastLineHeight);
+    let size = 0;
+    for (const block of blocks) {
+      const text = block.textContent;
+      let end = 0;
+      for (; lines > 0 && end < text.length; --lines) {
+        const feed = text.indexOf('\n', end);
+        end = feed < 0 ? text.length : feed + 1;
+      }
+      size += end;
+      if (lines <= 0 || size > kLongestBeginning) break;
     }
-    return end;
+    return Math.min(size, kLongestBeginning);
+  }
+
+  /** As far as it matters for a width. */
+  function lengthOfLongestWord(text) {
+    const words = text.slice(0, kLongestLine).split(/[\s-]/);
+    return words.reduce((longest, word) => Math.max(longest, word.length), 0);
+  }
+
+  function firstWithin(node) {
+    while (node.firstChild) node = node.firstChild;
+    return node;
+  }
+  /** The last text in `node` that can be seen. */
+  function lastWithin(node) {
+    const texts = document.createTreeWalker(node, NodeFilter.SHOW_TEXT);
+    while (texts.lastChild()) continue;
+    while (texts.currentNode.textContent.trim() === '' && texts.previousNode()) continue;
+    return texts.currentNode;
   }
 
   /** Puts other nodes with the same text into `element`, and the selection where it was. */
   function keepSelection(element, change) {
     const selection = getSelection();
-    const isWithin =
-      element.contains(selection.anchorNode) && element.contains(selection.focusNode);
-    if (selection.isCollapsed || !isWithin) return change();
-    const offsetOf = (node, offset) => {
+    const ends = [
+      { node: selection.anchorNode, offset: selection.anchorOffset },
+      { node: selection.focusNode, offset: selection.focusOffset }
+    ];
+    const offsets = ends.map(({ node, offset }) => {
+      if (!node || !element.contains(node)) return null;
       const before = document.createRange();
       before.selectNodeContents(element);
       before.setEnd(node, offset);
       return before.toString().length;
-    };
+    });
+    change();
+    if (offsets.every((offset) => offset === null)) return;
     const placeAt = (offset) => {
       const texts = document.createTreeWalker(element, NodeFilter.SHOW_TEXT);
       while (texts.nextNode()) {
-        if (offset <= texts.currentNode.length) return [texts.currentNode, offset];
+        if (offset <= texts.currentNode.length) return { node: texts.currentNode, offset };
         offset -= texts.currentNode.length;
       }
-      return [element, element.childNodes.length];
+      return { node: element, offset: element.childNodes.length };
     };
-    const anchor = offsetOf(selection.anchorNode, selection.anchorOffset);
-    const focus = offsetOf(selection.focusNode, selection.focusOffset);
-    change();
-    selection.setBaseAndExtent(...placeAt(anchor), ...placeAt(focus));
+    const [anchor, focus] = offsets.map((offset, i) => offset === null ? ends[i] : placeAt(offset));
+    selection.setBaseAndExtent(anchor.node, anchor.offset, focus.node, focus.offset);
   }
 
   /** Blocks of code, one after the other, coloured here and not by the page's own loop. */
   class Blocks {
     constructor(elements, content) {
-      const text = content.textContent;
-      this.size = text.length;
-      this.beginning = endOfScreenful(text);
+      this.content = content;
+      this.size = content.textContent.length;
+      this.beginning = sizeOfScreenful(elements);
+      this.isSoonCompleted = this.size <= kSoonCompleted.characters;
       this.elements = elements;
       this.library = window.hljs;
       this.colour = this.library?.highlightElement;
-      this.isSoonCompleted =
-        this.size * this.costOf(elements[0]) <= kSoonCompleted.characters;
       this.completed = 0; // blocks
       this.before = 0; // characters in these
       this.text = null; // all that is to stand in the block after these, of which
       this.shown = 0; // characters stand in it now
-      if (this.library) this.library.highlightElement = () => {};
+      if (!this.library) return;
+      this.library.highlightElement = () => {};
+      // The page's own loop has run by then.
+      setTimeout(() => { this.library.highlightElement = this.colour; });
     }
 
+    /** As the library reads it. */
     languageOf(element) {
-      const [, name] = /\blanguage-(\S+)/.exec(element.className) ?? [];
+      const [, name] = /\blang(?:uage)?-([\w-]+)\b/i.exec(element.className) ?? [];
       return name;
     }
     costOf(element) {
@@ -110,7 +144,8 @@
 
     /** Shows the first `count` characters, or a few more. */
     show(count) {
-      while (this.completed < this.elements.length && count > this.before) {
+      const isAll = count >= this.size;
+      while (this.completed < this.elements.length && (isAll || count > this.before)) {
         const element = this.elements[this.completed];
         this.text ??= element.textContent;
         const end = endOfLine(this.text, Math.min(count - this.before, this.text.length));
@@ -120,8 +155,7 @@
         }
         keepSelection(element, () => this.complete(element));
       }
-      const visible = this.completed + (this.shown > 0 ? 1 : 0);
-      hold(`#content > pre:nth-child(n + ${visible + 1})`);
+      hold(`#content > pre:nth-child(n + ${this.visible() + 1})`);
     }
 
     showPart(element, end) {
@@ -152,25 +186,54 @@
       this.shown = 0;
     }
 
-    finish() {
-      hold('#none');
-      if (this.library) this.library.highlightElement = this.colour;
+    /** How many blocks can be seen. */
+    visible() { return this.completed + (this.shown > 0 ? 1 : 0); }
+    ends() {
+      const last = this.elements[Math.max(this.visible(), 1) - 1];
+      return [firstWithin(this.elements[0]), lastWithin(last)];
     }
+    bottom() { return this.content.getBoundingClientRect().bottom; }
+
+    /** Whether there is another line, and not only the rest of one that goes on to the right. */
+    hasMoreBelow() {
+      if (this.shown === 0) return true;
+      const feed = this.text.indexOf('\n', this.shown);
+      const isLast = this.completed === this.elements.length - 1;
+      const end = feed < 0 && !isLast ? this.text.length : feed;
+      return end >= 0 && end - this.shown < kLongestLinePassed;
+    }
+
+    /** Whether somebody has come to where a long line is cut. */
+    isAtCut() {
+      if (this.shown === 0) return false;
+      const code = this.elements[this.completed];
+      // The one in colour, the other without.
+      return [code, code.parentElement].some((box) => box.scrollLeft > 0 &&
+          box.scrollLeft + 2 * box.clientWidth > box.scrollWidth);
+    }
+
+    /** Leaves the page to its own script, whatever has become of it. */
+    giveUp() {
+      if (this.shown > 0) this.elements[this.completed].textContent = this.text;
+    }
+    finish() {}
   }
 
   /** The rows of a table. Its columns have their final widths from the beginning. */
   class Rows {
-    constructor(rows) {
+    constructor(rows, content) {
+      this.rows = rows;
       this.size = rows.length;
-      this.beginning = firstRows;
-      this.isSoonCompleted = rows.length * rows[0].cells.length <= kSoonCompleted.cells;
+      this.beginning = this.shown = firstRows;
+      this.isSoonCompleted = content.querySelectorAll('td, th').length <= kSoonCompleted.cells;
       this.widest = this.copyWidest(rows);
       rows[0].closest('table').append(this.widest);
     }
 
     /**
-     * Rows of copies of the cells that decide the columns' widths: by their length, and by that of
-     * the longest word where the table is wider than the page. They stand below all that is seen.
+     * Rows without a height, of copies of the cells that decide the columns' widths: by their
+     * length, and by that of the longest word where the table is wider than the page. In a long
+     * table they are sought among the first cells only.
      */
     copyWidest(rows) {
       const columns = [];
@@ -183,23 +246,28 @@
       let cells = 0;
       for (let i = firstRows; i < rows.length && cells < kSoonCompleted.cells; ++i) {
         cells += rows[i].cells.length;
-        Array.from(rows[i].cells).forEach((cell, column) => {
+        Array.from(rows[i].cells).slice(0, kTriedColumns).forEach((cell, column) => {
           const { byLength, byWord } = (columns[column] ??= { byLength: [], byWord: [] });
           const text = cell.textContent;
           // The letters of the East, and most signs, are twice as wide as those of the West.
           const wide = /[\u1100-\uffff]/.test(text) ? text.length : 0;
           keep(byLength, text.length + wide, cell);
-          keep(byWord, Math.max(...text.split(/[\s-]/).map((word) => word.length)) + wide, cell);
+          keep(byWord, lengthOfLongestWord(text) + wide, cell);
         });
       }
-      const copyOf = (cell) => cell?.cloneNode(true) ?? document.createElement('td');
+      const copyOf = (cell) => {
+        const copy = document.createElement('td');
+        copy.style.paddingBlock = 0;
+        copy.textContent = cell?.textContent.slice(0, kLongestLine) ?? '';
+        return copy;
+      };
       const body = document.createElement('tbody');
       body.style.visibility = 'hidden';
+      body.style.lineHeight = 0;
       for (let i = 0; i < kTriedCells; ++i)
         for (const kind of ['byLength', 'byWord']) {
-          const copies = columns.map((column) => copyOf(column[kind][i]?.cell));
           const row = document.createElement('tr');
-          row.append(...copies);
+          for (const column of columns) row.append(copyOf(column[kind][i]?.cell));
           body.append(row);
         }
       return body;
@@ -207,13 +275,16 @@
 
     /** Shows the first `count` rows. */
     show(count) {
+      this.shown = count;
       hold(`#content tr:nth-child(n + ${count + 1})`);
     }
 
-    finish() {
-      this.widest.remove();
-      hold('#none');
-    }
+    ends() { return [firstWithin(this.rows[0]), lastWithin(this.rows[this.shown - 1])]; }
+    bottom() { return this.widest.getBoundingClientRect().top; }
+    hasMoreBelow() { return true; }
+    isAtCut() { return false; }
+    giveUp() { this.finish(); }
+    finish() { this.widest.remove(); }
   }
 
   /** What the page consists of; nothing where it shows a sentence instead. */
@@ -221,7 +292,7 @@
     const blocks = Array.from(content.querySelectorAll(':scope > pre > code'));
     if (blocks.length > 0) return new Blocks(blocks, content);
     const rows = content.querySelectorAll('tr');
-    return rows.length > 0 ? new Rows(rows) : null;
+    return rows.length > 0 ? new Rows(rows, content) : null;
   }
 
   let isAllWanted = false;
@@ -230,34 +301,75 @@
   function begin() {
     const content = document.getElementById('content');
     const parts = partsOf(content);
-    if (!parts) return hold('#none');
+    if (!parts) return holdNothing();
     let shown = 0;
+    const isAllShown = () => shown === parts.size;
 
-    function show(amount) {
-      if (shown === parts.size) return;
-      shown = Math.min(amount, parts.size);
-      parts.show(shown);
-      if (shown < parts.size) return;
-      parts.finish();
+    function finish() {
+      shown = parts.size;
+      holdNothing();
       content.removeAttribute('aria-busy');
     }
+    function show(amount) {
+      if (isAllShown()) return;
+      shown = Math.min(amount, parts.size);
+      try {
+        parts.show(shown);
+        if (!isAllShown()) return;
+        parts.finish();
+      } catch (error) {
+        parts.giveUp();
+        console.error('Beginning first error:', error);
+      }
+      finish();
+    }
     showAll = () => show(parts.size);
-    const isNearEnd = () => scrollY + 2 * innerHeight > document.documentElement.scrollHeight;
-    const growAtEnd = () => isNearEnd() && show(shown * kGrowth);
+
+    const isNearEnd = () => parts.bottom() < 2 * innerHeight && parts.hasMoreBelow();
+    let isFollowing = false;
+    /** Keeps ahead of the reader, by one step a frame. */
+    function follow() {
+      isFollowing = !isAllShown() && (isNearEnd() || parts.isAtCut());
+      if (!isFollowing) return;
+      show(shown * kGrowth);
+      requestAnimationFrame(follow);
+    }
+    const followIfNotYet = () => isFollowing || follow();
+
+    /** Whoever selects all that there is means all of it. */
+    function selected() {
+      const selection = getSelection();
+      if (isAllShown() || selection.isCollapsed) return;
+      const range = selection.getRangeAt(0);
+      const [first, last] = parts.ends();
+      const end = last.textContent.trimEnd().length; // the last line feed is left out
+      if (!range.isPointInRange(first, 0) || !range.isPointInRange(last, end)) return;
+      showAll();
+      selection.selectAllChildren(document.body);
+    }
 
     const isShort = parts.size <= 2 * parts.beginning;
     show(isShort || isAllWanted ? parts.size : parts.beginning);
-    addEventListener('scroll', growAtEnd, { passive: true });
-    addEventListener('resize', growAtEnd);
-    if (!parts.isSoonCompleted || shown === parts.size) return;
-    content.setAttribute('aria-busy', 'true');
-    requestAnimationFrame(() => setTimeout(showAll, kPause));
+    if (isAllShown()) return;
+    // Not only the page scrolls: long lines do within their block.
+    addEventListener('scroll', followIfNotYet, { capture: true, passive: true });
+    addEventListener('resize', followIfNotYet);
+    document.addEventListener('selectionchange', selected);
+    if (parts.isSoonCompleted) content.setAttribute('aria-busy', 'true');
+    requestAnimationFrame(() => {
+      requestAnimationFrame(followIfNotYet);
+      if (parts.isSoonCompleted) setTimeout(showAll, kPause);
+    });
   }
 
   // Before the page's own handler, which comes later to its listeners.
-  addEventListener('load', begin);
+  addEventListener('load', () => {
+    try {
+      begin();
+    } catch (error) {
+      holdNothing(); // late is better than never
+      throw error;
+    }
+  });
   addEventListener('lumisk-show-all', () => showAll());
-  addEventListener('keydown', (key) => {
-    if (key.ctrlKey && key.key.toLowerCase() === 'a') showAll();
-  }, true);
 })();

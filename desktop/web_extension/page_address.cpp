@@ -4,7 +4,7 @@ namespace lumisk::desktop {
 namespace {
 
 constexpr std::string_view kLoadKey = "?load=";
-/// Known to pages/beginning_first.js, too.
+// Known to the scripts in desktop/pages, too.
 constexpr std::string_view kBeginningFirst = "&show=beginning-first";
 constexpr std::string_view kNoDiagrams = "&diagrams=none";
 

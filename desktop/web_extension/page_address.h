@@ -7,8 +7,8 @@
 // The address under which the host loads the page file. Every preview uses the same file, so the
 // file's URL alone cannot tell one load from the next. A query, which a file URL ignores, makes
 // each load's address its own: a late event of an earlier load is recognised, no scroll position is
-// restored, and the web-process extension sees, at each request of the page and without a message
-// that could arrive too early or too late, which libraries this load needs.
+// restored, and the web-process extension and the host's scripts in the page see, without a message
+// that could arrive too early or too late, which libraries this load needs and how it is shown.
 
 namespace lumisk::desktop {
 

@@ -37,9 +37,9 @@ module.exports = [
             ecmaVersion: 2022,
             sourceType: 'script',
             globals: Object.fromEntries(
-                ['Array', 'CSSStyleSheet', 'NodeFilter', 'Promise', 'addEventListener', 'document',
+                ['Array', 'CSSStyleSheet', 'NodeFilter', 'console', 'Promise', 'addEventListener', 'document',
                     'getSelection', 'innerHeight', 'location', 'requestAnimationFrame', 'screen',
-                    'scrollY', 'setTimeout', 'window'].map((name) => [name, 'readonly']))
+                    'setTimeout', 'window'].map((name) => [name, 'readonly']))
         },
         rules: errors
     }
