@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kFiftyMegabytes = std::size_t{50} * 1024 * 1024;
 constexpr double kBetweenKeys = 0.1;  // seconds
-constexpr double kQuiet = 30;         // seconds: of highlighting nothing shows until it is done
+constexpr double kQuiet = 30;         // seconds: of layout nothing shows until it is done
 constexpr double kMostWatched = 120;  // seconds
 
 /// Presses an arrow key again and again, and waits for the panel to pass it on: the way from the

@@ -17,7 +17,8 @@ struct Seen {
   double firstOfPage = 0;
   /// Text was in it for the first time; of a panel that was there, after it had been empty.
   double firstText = 0;
-  /// It changed for the last time: the page, its fonts, colours, formulas and diagrams are there.
+  /// It changed for the last time: what is seen of the page, its fonts, colours, formulas and
+  /// diagrams are there. Of a long page there may be more to come below.
   double complete = 0;
 };
 
