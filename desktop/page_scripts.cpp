@@ -15,25 +15,17 @@ std::string joined(std::initializer_list<std::string_view> pieces) {
   return all;
 }
 
-const std::string& beginningFirst() {
-  static const std::string script = joined({
-#include "embedded/beginning_first_js.inc"
-  });
-  return script;
-}
-
-const std::string& inertDiagrams() {
-  static const std::string script = joined({
-#include "embedded/inert_diagrams_js.inc"
-  });
-  return script;
-}
-
 }  // namespace
 
 void installPageScripts(WebKitUserContentManager* manager) {
   static const char* const kPages[] = {"file:///*", nullptr};
-  for (const std::string& script : {beginningFirst(), inertDiagrams()}) {
+  static const std::string kScripts[] = {joined({
+#include "embedded/beginning_first_js.inc"
+                                         }),
+                                         joined({
+#include "embedded/inert_diagrams_js.inc"
+                                         })};
+  for (const std::string& script : kScripts) {
     WebKitUserScript* const added =
         webkit_user_script_new(script.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
                                WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, kPages, nullptr);

@@ -29,6 +29,9 @@ TEST(DiagramMention, IsDecidedByTheDocumentAlone) {
       {"character reference", "```&#109;ermaid\ngraph TD\n```\n", Diagrams::Possible},
       {"closed holder", "</script><script>x</script>", Diagrams::Possible},
       {"closed holder in capitals", "</SCRIPT>", Diagrams::Possible},
+      {"another page in it", "<iframe src=\"chart.html\"></iframe>", Diagrams::Possible},
+      {"the same by another element", "<OBJECT data=\"chart.html\">", Diagrams::Possible},
+      {"and by a third", "<embed src=\"chart.html\">", Diagrams::Possible},
   };
   for (const Row& row : rows) {
     for (const bool isDark : {false, true})
