@@ -207,11 +207,16 @@ class DividerElement final : public NodeElement {
   GRef<GtkWidget> line_;
 };
 
+/// The wheel turns only once there is something to wait for: turning, it keeps the window drawing
+/// while a page is made ready that is there in a moment, and lets the page's first frame wait for
+/// the window's next one.
 class ProgressElement final : public NodeElement {
  public:
   ProgressElement() : spinner_(GRef<GtkWidget>::retain(gtk_spinner_new())) {
     gtk_widget_set_size_request(spinner_.get(), kSpinnerSize, kSpinnerSize);
+    gtk_widget_add_css_class(spinner_.get(), kAtRest);
     gtk_spinner_start(GTK_SPINNER(spinner_.get()));
+    turn_.after(kMoment, [this] { gtk_widget_remove_css_class(spinner_.get(), kAtRest); });
     setAccessibleName(spinner_.get(), tr("panel.loading"));
     // It lies over the page: what is under it keeps its clicks.
     gtk_widget_set_can_target(spinner_.get(), FALSE);
@@ -222,7 +227,10 @@ class ProgressElement final : public NodeElement {
   ui::Node readBack() const override { return ui::ProgressIndicator{}; }
 
  private:
+  static constexpr const char* kAtRest = "at-rest";
+  static constexpr unsigned kMoment = 250;  // milliseconds
   GRef<GtkWidget> spinner_;
+  Deferred turn_;
 };
 
 }  // namespace

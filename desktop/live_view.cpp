@@ -90,9 +90,13 @@ LiveView::LiveView(const WebEngine& engine)
 /// the page was asked, and ends loads; whoever waited for that has gone already.
 LiveView::~LiveView() {
   frame_.forget();
-  onFinished = onDrawn = onTerminated = onHistoryChanged = nullptr;
+  detach();
   isEndedByHost_ = true;
   webkit_web_view_terminate_web_process(view());
+}
+
+void LiveView::detach() {
+  onTakenUp = onFinished = onDrawn = onTerminated = onHistoryChanged = nullptr;
 }
 
 void LiveView::scrub() {
@@ -231,6 +235,7 @@ void LiveView::committed() {
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
     if (onDrawn)
       frame_.ask(view(), kFrame, "isDrawnByCard", isDrawnByCard(view()), [this] { call(onDrawn); });
+    call(onTakenUp);
   } else {
     hasLeftDocument_ = true;
   }

@@ -54,16 +54,20 @@ class LiveView {
   /// From the question to the last sheet.
   bool isPrinting() const { return static_cast<bool>(printing_); }
   /// Lets go of all that is told of the page.
-  void detach() { onFinished = onDrawn = onTerminated = onHistoryChanged = nullptr; }
+  void detach();
 
   /// Starts a load of the host's own; what the view goes to by itself after that counts as leaving.
   /// A process that was used before and does not take the page up is busy with an earlier one for
   /// good: it is ended, and the page goes to another.
   void load(const std::string& address);
   void loadText(std::string_view html, const char* baseUri);
+  /// Whether a process that is up has still to take up the host's page.
+  bool isTakingUp() const { return hasShownPage_ && !awaited_.empty(); }
   /// Whether there is a page of this document to go back to.
   bool canGoBack() const;
 
+  /// The engine has taken up the host's page.
+  std::function<void()> onTakenUp;
   /// A navigation finished, the load of the host's or a later one, and did not fail.
   std::function<void()> onFinished;
   /// The view shows the host's page, and no longer the picture of what was there before.

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/frame_memory.h"
 #include "desktop/previewer.h"
 #include "desktop/previewer_arguments.h"
 #include "desktop/service/hand_over.h"
@@ -95,6 +96,7 @@ int run(const WrongUsage& usage) { return complain(kExitUsage, usage.sentence); 
 
 // NOLINTNEXTLINE(bugprone-exception-escape): what nobody can answer for ends the program
 int main(int argc, char** argv) {
+  lumisk::desktop::keepFrameMemory();
   std::setlocale(LC_ALL, "");
   const std::vector<std::string_view> words(argv + 1, argv + argc);
   return std::visit([](const auto& request) { return run(request); },

@@ -17,6 +17,10 @@ namespace {
 
 constexpr double kSmallestZoom = 0.3;
 constexpr double kLargestZoom = 5;
+/// How long the window waits for the engine to take up the page. The engine asks the program
+/// twice on the way, and would wait for each answer until the window has drawn itself, which takes
+/// two to three times as long as all of this.
+constexpr unsigned kLongestWait = 40;  // milliseconds
 constexpr int kLongestOpenLabel = 26;  // characters
 
 /// Only a long label is cut: where room is short, the title gives way first, which can be cut
@@ -43,6 +47,9 @@ void cancelDialogs(GtkWindow* window) {
 
 Panel::Panel(const Platform& platform, LiveViews& liveViews)
     : platform_(platform), webViews_(liveViews) {
+  webViews_.onTakenUp = [this] {
+    if (coming_.isPending()) coming_.after(0, [this] { appear(); });
+  };
   webViews_.onHistoryChanged = [this] { updateCommands(); };
   // The dying view is still calling; it goes once it has returned.
   webViews_.onTerminated = [this] { afterCrash_.after(0, [this] { showCrash(); }); };
@@ -125,8 +132,8 @@ void Panel::show(const FileURL& url) {
     setContent(presentation_->widget());
     presentation_->onChanged = [this] { contentChanged(); };
   }
-  updateHeader();
-  appear();
+  if (isOnScreen() || !webViews_.isTakingUp()) return appear();
+  if (!coming_.isPending()) coming_.after(kLongestWait, [this] { appear(); });
 }
 
 void Panel::showUnavailable(const std::string& title, const std::string& sentence) {
@@ -137,23 +144,27 @@ void Panel::showUnavailable(const std::string& title, const std::string& sentenc
   facts_.iconName = "dialog-error-symbolic";
   facts_.name = title;
   setContent(statusPageNew({facts_.iconName, title, sentence, {}}, nullptr));
-  updateHeader();
   appear();
 }
 
 /// A window that is there stays where it is among the others: who walks on in the file manager
 /// keeps the keyboard.
 void Panel::appear() {
+  coming_.cancel();
+  updateHeader();
   fitWindow();
-  if (isVisible()) return;
+  if (isOnScreen()) return;
   renewKeys();
   present();
 }
 
-void Panel::present() { gtk_window_present(window_); }
+void Panel::present() {
+  if (!coming_.isPending()) gtk_window_present(window_);
+}
 
 void Panel::close() {
   if (!isVisible()) return;
+  coming_.cancel();
   shortcuts_.close();
   gtk_widget_set_visible(GTK_WIDGET(window_), FALSE);
   gtk_window_unfullscreen(window_);  // it was for this item
@@ -209,7 +220,7 @@ void Panel::fitWindow() {
   int height = 0;
   gtk_window_get_default_size(window_, &width, &height);
   if (givenSize_ && *givenSize_ != Size{width, height}) isSizedByPerson_ = true;
-  if (isSizedByPerson_ || isVisible()) return;
+  if (isSizedByPerson_ || isOnScreen()) return;
   const bool isFolder = facts_.contentType == "inode/directory";
   const ContentShape shape = presentation_ ? shapeOf(*url_, isFolder) : ContentShape::Message;
   givenSize_ = initialSize(shape, workAreaFor(GTK_WIDGET(window_)));

@@ -47,7 +47,8 @@ class Panel {
   void perform(Command command);
 
   GtkWindow* window() const { return window_; }
-  bool isVisible() const { return gtk_widget_get_visible(GTK_WIDGET(window_)) == TRUE; }
+  /// Whether the window is on the screen, or about to come.
+  bool isVisible() const { return isOnScreen() || coming_.isPending(); }
   /// Null when nothing is shown or the last request failed.
   Presentation* presentation() const { return presentation_.get(); }
   GtkWidget* content() const { return adw_bin_get_child(ADW_BIN(contentBin_)); }
@@ -67,6 +68,7 @@ class Panel {
   GtkWidget* buildHeader();
   GtkWidget* buildContent();
   void renewKeys();
+  bool isOnScreen() const { return gtk_widget_get_visible(GTK_WIDGET(window_)) == TRUE; }
   void appear();
   void fitWindow();
   void showStatus(const ErrorRecord& error);
@@ -110,6 +112,7 @@ class Panel {
   /// The size that the window was last given by the program; another one is the person's.
   std::optional<Size> givenSize_;
   bool isSizedByPerson_ = false;
+  Deferred coming_;
   Deferred afterCrash_;
   ShortcutsWindow shortcuts_;
 };

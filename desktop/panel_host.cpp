@@ -4,12 +4,16 @@
 
 #include "desktop/activation.h"
 #include "desktop/display_text.h"
+#include "desktop/frame_memory.h"
 #include "desktop/parent_window.h"
 #include "desktop/service/window_handle.h"
 #include "desktop/texts.h"
 
 namespace lumisk::desktop {
 namespace {
+
+/// Who looks at one file after another opens the next within this time.
+constexpr unsigned kRest = 3'000;  // milliseconds
 
 SelectionDirection directionOf(SelectionStep step) {
   switch (step) {
@@ -59,6 +63,7 @@ Panel& PanelHost::panel() {
   parts_ = std::make_unique<Parts>(files_);
   Panel& panel = parts_->panel;
   panel.onClosed = [this] {
+    resting_.after(kRest, releaseFrameMemory);
     if (!isToldToClose_ && closedByPerson_) closedByPerson_();
     if (visibilityChanged_) visibilityChanged_();
   };
@@ -72,6 +77,7 @@ Panel& PanelHost::panel() {
 void PanelHost::show(const PreviewRequest& request) {
   Panel& shown = panel();
   const bool wasVisible = isVisible();
+  resting_.cancel();
   uri_ = request.uri;
   setParent(request.parentHandle);
   shown.onSelectionStep = nullptr;

@@ -47,6 +47,7 @@ class PanelHost final : public PreviewHost {
   std::unique_ptr<Parts> parts_;
   std::string uri_;
   std::string parentHandle_;
+  Deferred resting_;
   bool isToldToClose_ = false;
   std::function<void()> visibilityChanged_;
   std::function<void()> closedByPerson_;

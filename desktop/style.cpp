@@ -44,6 +44,9 @@ listview.plain-rows > row:active {
   min-height: 24px;
   font-weight: normal;
 }
+spinner.at-rest {
+  animation: none;
+}
 .find-count {
   font-feature-settings: "tnum";
 }

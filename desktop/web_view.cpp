@@ -4,13 +4,12 @@
 #include <utility>
 
 #include "desktop/beginning_first.h"
+#include "desktop/curtained_view.h"
 #include "desktop/diagram_mention.h"
 #include "desktop/script_value.h"
 
 namespace lumisk::desktop {
 namespace {
-
-constexpr double kLeastOpacity = 1.0 / 255;
 
 /// From here on the engine needs some hundred megabytes for a page, and longer than for the start
 /// of another process.
@@ -30,7 +29,10 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
     if (delegate_ != nullptr) delegate_->didFinishNavigation();
     if (views.onFinished) views.onFinished();
   };
-  live_->onDrawn = [this] { gtk_widget_set_opacity(widget(), 1); };
+  live_->onTakenUp = [this] {
+    if (owner_.onTakenUp) owner_.onTakenUp();
+  };
+  live_->onDrawn = [this] { setCurtainClosed(view(), false); };
   live_->onTerminated = [this] {
     if (owner_.onTerminated) owner_.onTerminated();
   };
@@ -46,7 +48,7 @@ DesktopWebView::~DesktopWebView() {
     webkit_user_content_manager_unregister_script_message_handler(
         manager, registration->name.c_str(), nullptr);
   registrations_.clear();
-  gtk_widget_set_opacity(widget(), 1);
+  setCurtainClosed(view(), false);
   owner_.liveViews_.giveBack(std::move(live_));
 }
 
@@ -90,11 +92,10 @@ void DesktopWebView::loadHTMLString(const ui::SharedText& html,
 }
 
 /// The view still holds the picture of what it showed before, also after the engine has taken up
-/// the page; the window's colour stands in until there is another. Not quite clear: a page that is
-/// not drawn at all gets no frames.
+/// the page; the window's colour stands in until there is another.
 void DesktopWebView::hideUntilDrawn() {
   focus_.forget();
-  gtk_widget_set_opacity(widget(), kLeastOpacity);
+  setCurtainClosed(view(), true);
 }
 
 std::unique_ptr<WebView> DesktopWebViews::makeWebView(const WebViewConfiguration& configuration) {

@@ -30,6 +30,7 @@ class DesktopWebView final : public WebView {
   WebKitWebView* view() const { return live_->view(); }
   GtkWidget* widget() const { return live_->widget(); }
   bool canGoBack() const { return live_->canGoBack(); }
+  bool isTakingUp() const { return live_->isTakingUp(); }
   PageFocus focus() const { return focus_.focus(); }
   void print(GtkWindow* parent) const { live_->print(parent); }
 
@@ -67,6 +68,10 @@ class DesktopWebViews final : public WebViewFactory {
   /// Whether the latest web view was led elsewhere by a link.
   bool canGoBack() const { return latest_ != nullptr && latest_->canGoBack(); }
 
+  /// Whether the latest web view waits for an engine that is warm to take its page up, a matter of
+  /// milliseconds. `onTakenUp` tells when it has.
+  bool isTakingUp() const { return latest_ != nullptr && latest_->isTakingUp(); }
+
   /// What has the focus in the latest web view.
   PageFocus focus() const { return latest_ == nullptr ? PageFocus::None : latest_->focus(); }
 
@@ -77,6 +82,7 @@ class DesktopWebViews final : public WebViewFactory {
 
   WebKitWebView* latestView() const { return latest_ == nullptr ? nullptr : latest_->view(); }
 
+  std::function<void()> onTakenUp;
   std::function<void()> onFinished;
   std::function<void()> onTerminated;
   std::function<void()> onHistoryChanged;

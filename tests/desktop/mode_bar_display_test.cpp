@@ -25,6 +25,12 @@ class ModeBar : public PreviewTest {
     return shownBelow(preview.presentation().widget(),
                       [](GtkWidget* widget) { return GTK_IS_SPINNER(widget) == TRUE; });
   }
+  static gint64 framesWithin(GtkWidget* widget, unsigned milliseconds) {
+    GdkFrameClock* const clock = gtk_widget_get_frame_clock(widget);
+    const gint64 before = gdk_frame_clock_get_frame_counter(clock);
+    runFor(milliseconds);
+    return gdk_frame_clock_get_frame_counter(clock) - before;
+  }
 };
 
 TEST_F(ModeBar, TheSpinnerTurnsInTheMiddleOfAPageThatLoads) {
@@ -36,6 +42,7 @@ TEST_F(ModeBar, TheSpinnerTurnsInTheMiddleOfAPageThatLoads) {
   const std::vector<GtkWidget*> spinners = spinnersIn(preview);
   ASSERT_EQ(spinners.size(), 1U);
   EXPECT_TRUE(gtk_spinner_get_spinning(GTK_SPINNER(spinners[0])));
+  EXPECT_TRUE(runUntil([&] { return framesWithin(spinners[0], 200) > 3; })) << "it turns";
   GtkWidget* const page = GTK_WIDGET(preview.page());
   const graphene_rect_t spinner = boxIn(spinners[0], page);
   EXPECT_GE(spinner.size.width, 16);
@@ -46,6 +53,13 @@ TEST_F(ModeBar, TheSpinnerTurnsInTheMiddleOfAPageThatLoads) {
   ASSERT_TRUE(preview.presentation().selectMode("source"));
   runFor(100);
   EXPECT_TRUE(spinnersIn(preview).empty()) << "it belongs to the page";
+}
+
+TEST_F(ModeBar, TheSpinnerKeepsStillForAMoment) {
+  Preview preview(folder_ / "guide.md");
+  const std::vector<GtkWidget*> spinners = spinnersIn(preview);
+  ASSERT_EQ(spinners.size(), 1U);
+  EXPECT_TRUE(gtk_widget_has_css_class(spinners[0], "at-rest"));
 }
 
 TEST_F(ModeBar, NothingTurnsOnceThePageIsThere) {

@@ -1,0 +1,46 @@
+#include "desktop/curtained_view.h"
+
+namespace lumisk::desktop {
+namespace {
+
+struct CurtainedView {
+  WebKitWebView parent;
+  gboolean isClosed;
+};
+struct CurtainedViewClass {
+  WebKitWebViewClass parent;
+};
+
+G_DEFINE_TYPE(CurtainedView, curtained_view, WEBKIT_TYPE_WEB_VIEW)
+
+CurtainedView* asCurtained(gpointer view) { return static_cast<CurtainedView*>(view); }
+
+/// The engine draws in any case: drawn by a graphics card, the page gets its next frame only once
+/// the one before was taken. What nobody sees is not painted, which is what takes the time.
+void snapshot(GtkWidget* widget, GtkSnapshot* shown) {
+  const auto draw = GTK_WIDGET_CLASS(curtained_view_parent_class)->snapshot;
+  if (asCurtained(widget)->isClosed == FALSE) return draw(widget, shown);
+  GtkSnapshot* unseen = gtk_snapshot_new();
+  draw(widget, unseen);
+  GskRenderNode* node = gtk_snapshot_free_to_node(unseen);
+  if (node != nullptr) gsk_render_node_unref(node);
+}
+
+void curtained_view_init(CurtainedView*) {}
+
+void curtained_view_class_init(CurtainedViewClass* klass) {
+  GTK_WIDGET_CLASS(klass)->snapshot = snapshot;
+}
+
+}  // namespace
+
+GType curtainedViewType() { return curtained_view_get_type(); }
+
+void setCurtainClosed(WebKitWebView* view, bool isClosed) {
+  gboolean& current = asCurtained(view)->isClosed;
+  if (current == static_cast<gboolean>(isClosed)) return;
+  current = static_cast<gboolean>(isClosed);
+  gtk_widget_queue_draw(GTK_WIDGET(view));
+}
+
+}  // namespace lumisk::desktop

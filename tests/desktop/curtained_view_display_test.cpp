@@ -1,0 +1,85 @@
+// A web view behind its curtain: not to be seen, and as alive as before it.
+
+#include <gtest/gtest.h>
+
+#include "desktop/curtained_view.h"
+#include "desktop/picture.h"
+#include "picture_reading.h"
+#include "screen.h"
+
+namespace lumisk::test {
+namespace {
+
+/// A page that is dark all over and counts its frames, in a window that is light.
+class CurtainedView : public testing::Test {
+ protected:
+  CurtainedView() {
+    adw_style_manager_set_color_scheme(adw_style_manager_get_default(),
+                                       ADW_COLOR_SCHEME_FORCE_LIGHT);
+  }
+  ~CurtainedView() override {
+    adw_style_manager_set_color_scheme(adw_style_manager_get_default(), ADW_COLOR_SCHEME_DEFAULT);
+  }
+  /// Until the page is drawn the curtain is the host's.
+  void SetUp() override { ASSERT_TRUE(isDark()); }
+  GtkWidget* window() const { return GTK_WIDGET(gtk_widget_get_root(GTK_WIDGET(page_.view()))); }
+  /// Looked at again and again: a frame takes as long as it takes.
+  bool isDark() const {
+    return becomes([](double lightness) { return lightness < 30; });
+  }
+  bool isLight() const {
+    return becomes([](double lightness) { return lightness > 200; });
+  }
+  bool countsFrames() {
+    const std::string before = page_("String(window.count)");
+    return runUntil([&] { return page_("String(window.count)") != before; });
+  }
+
+  PageOnScreen page_{R"html(<!DOCTYPE html><body style="background: black; height: 100vh"><script>
+    window.count = 0;
+    const next = () => { if (++window.count > 0) requestAnimationFrame(next); };
+    next();
+  </script></body>)html"};
+
+ private:
+  bool becomes(bool (*isSo)(double)) const {
+    bool isReached = false;  // a window that is about to draw itself anew has no picture
+    return runUntil([&] {
+      if (isReached) return true;
+      runFor(30);
+      const auto picture = desktop::pictureOf(window());
+      isReached = picture && isSo(meanLightness(picture.get()));
+      return isReached;
+    });
+  }
+};
+
+TEST_F(CurtainedView, ShowsWhatIsBehindItWhileTheCurtainIsClosed) {
+  page_("window.count = -Infinity");  // no frame of the page draws the window anew
+  runFor(300);
+  desktop::setCurtainClosed(page_.view(), true);
+  EXPECT_TRUE(isLight());
+  desktop::setCurtainClosed(page_.view(), false);
+  EXPECT_TRUE(isDark());
+}
+
+TEST_F(CurtainedView, ThePageHasItsFramesBehindTheCurtain) {
+  desktop::setCurtainClosed(page_.view(), true);
+  ASSERT_TRUE(isLight());
+  EXPECT_TRUE(countsFrames());
+  EXPECT_EQ(page_("document.visibilityState"), "visible");
+}
+
+TEST_F(CurtainedView, ShowsThePageAsItHasBecomeMeanwhile) {
+  desktop::setCurtainClosed(page_.view(), true);
+  ASSERT_TRUE(isLight());
+  page_("document.body.style.background = 'white', 1");
+  ASSERT_TRUE(countsFrames());
+  desktop::setCurtainClosed(page_.view(), false);
+  EXPECT_TRUE(isLight());
+  page_("document.body.style.background = 'black', 1");
+  EXPECT_TRUE(isDark()) << "and goes on";
+}
+
+}  // namespace
+}  // namespace lumisk::test
