@@ -89,7 +89,7 @@ class SourceElement final : public NodeElement {
     gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(scrolled_.get()), source_.widget());
     showShape(shape);
     map_ = std::make_unique<SignalHandler>(source_.widget(), "map",
-                                           G_CALLBACK(&SourceElement::fillWhenSeen), this);
+                                           G_CALLBACK(&SourceElement::showWhenSeen), this);
   }
 
   GtkWidget* widget() const override { return scrolled_.get(); }
@@ -102,11 +102,10 @@ class SourceElement final : public NodeElement {
   }
   ui::Node readBack() const override {
     auto* view = GTK_TEXT_VIEW(source_.widget());
-    GtkTextBuffer* buffer = gtk_text_view_get_buffer(view);
     GtkTextIter start;
     GtkTextIter end;
-    gtk_text_buffer_get_bounds(buffer, &start, &end);
-    char* content = gtk_text_buffer_get_text(buffer, &start, &end, FALSE);
+    gtk_text_buffer_get_bounds(source_.buffer(), &start, &end);
+    char* content = gtk_text_buffer_get_text(source_.buffer(), &start, &end, FALSE);
     ui::Text text;
     text.text = std::string(content);
     g_free(content);
@@ -150,17 +149,21 @@ class SourceElement final : public NodeElement {
   }
 
   /// A layer that is transparent is on screen for the toolkit, but nobody sees it.
-  static void fillWhenSeen(GtkWidget*, gpointer self) {
+  static void showWhenSeen(GtkWidget*, gpointer self) {
     auto* element = static_cast<SourceElement*>(self);
     if (GtkWidget* layer = transparentAncestor(element->source_.widget())) {
       element->shown_ = std::make_unique<SignalHandler>(
           layer, "notify::opacity", G_CALLBACK(&SourceElement::opacityChanged), element);
     } else {
-      element->source_.fill();
+      element->showText();
     }
   }
   static void opacityChanged(GtkWidget* layer, GParamSpec*, gpointer self) {
-    if (gtk_widget_get_opacity(layer) > 0) static_cast<SourceElement*>(self)->source_.fill();
+    if (gtk_widget_get_opacity(layer) > 0) static_cast<SourceElement*>(self)->showText();
+  }
+  void showText() {
+    source_.show();
+    source_.fill();
   }
 
   GRef<GtkWidget> scrolled_;

@@ -32,13 +32,14 @@ std::size_t pieceEnd(std::string_view text, std::size_t start) {
 
 SourceText::SourceText()
     : view_(GRef<GtkWidget>::retain(gtk_text_view_new())),
-      lines_(gtk_text_view_get_buffer(GTK_TEXT_VIEW(view_.get()))) {
+      buffer_(GRef<GtkTextBuffer>::adopt(gtk_text_buffer_new(nullptr))),
+      lines_(buffer()) {
   auto* view = GTK_TEXT_VIEW(view_.get());
   gtk_text_view_set_editable(view, FALSE);
   gtk_text_view_set_cursor_visible(view, FALSE);
   gtk_text_view_set_monospace(view, TRUE);
   gtk_text_view_set_wrap_mode(view, GTK_WRAP_WORD_CHAR);
-  gtk_text_buffer_set_enable_undo(gtk_text_view_get_buffer(view), FALSE);
+  gtk_text_buffer_set_enable_undo(buffer(), FALSE);
   gtk_widget_add_css_class(view_.get(), "source-text");
   // A line without letters ("---") begins at the left, as it does in an editor; one in a script
   // that runs from right to left still begins at the right.
@@ -56,6 +57,8 @@ void SourceText::setText(const ui::SharedText& text) {
   appendPiece();
   if (isSeen_) fillWhileIdle();
 }
+
+void SourceText::show() { gtk_text_view_set_buffer(GTK_TEXT_VIEW(view_.get()), buffer()); }
 
 void SourceText::fill() {
   isSeen_ = true;
@@ -79,10 +82,9 @@ bool SourceText::appendPiece() {
   const std::string piece = displayText(all.substr(position_, end - position_));
   lines_.append(piece);
   if (position_ == 0) {
-    GtkTextBuffer* buffer = gtk_text_view_get_buffer(GTK_TEXT_VIEW(view_.get()));
     GtkTextIter first;
-    gtk_text_buffer_get_start_iter(buffer, &first);
-    gtk_text_buffer_place_cursor(buffer, &first);
+    gtk_text_buffer_get_start_iter(buffer(), &first);
+    gtk_text_buffer_place_cursor(buffer(), &first);
   }
   position_ = end;
   setComplete(isComplete());

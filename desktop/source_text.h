@@ -8,9 +8,10 @@
 
 namespace lumisk::desktop {
 
-/// A read-only text view for a text of any length, in lines of any length. The beginning is there
-/// at once; the rest follows in pieces while nothing else is to do, and only once the view has been
-/// on screen, because the toolkit measures every line of a view that is.
+/// A read-only text view for a text of any length, in lines of any length. The beginning is in the
+/// buffer at once; the rest follows in pieces while nothing else is to do. The view gets the buffer
+/// only when it is to be seen, because the toolkit measures every line of a view, seen or not,
+/// while the page beside it is being made ready.
 class SourceText {
  public:
   SourceText();
@@ -19,7 +20,10 @@ class SourceText {
   ~SourceText();
 
   GtkWidget* widget() const { return view_.get(); }
+  GtkTextBuffer* buffer() const { return buffer_.get(); }
   void setText(const ui::SharedText& text);
+  /// Gives the view its text: it is to be seen from now on.
+  void show();
   /// Begins to fill in the rest, of this text and of each that takes its place.
   void fill();
   /// All of it at once.
@@ -32,6 +36,7 @@ class SourceText {
   void setComplete(bool isComplete);
 
   GRef<GtkWidget> view_;
+  GRef<GtkTextBuffer> buffer_;
   BrokenLines lines_;
   ui::SharedText text_;
   std::size_t position_ = 0;

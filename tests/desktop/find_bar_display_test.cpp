@@ -17,6 +17,7 @@ class FindInText : public testing::Test {
  protected:
   explicit FindInText(const std::string& text) : window_(GTK_WINDOW(gtk_window_new())) {
     source_.setText(text);
+    source_.show();
     GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
     gtk_box_append(GTK_BOX(box), bar_.widget());
     GtkWidget* scrolled = gtk_scrolled_window_new();

@@ -23,6 +23,7 @@ TEST(LongLineOnScreen, IsWrappedAtEverySize) {
     desktop::SourceText source;
     source.setText(row.text);
     source.fillNow();
+    source.show();
     GtkWindow* const window = GTK_WINDOW(gtk_window_new());
     GtkWidget* const scrolled = gtk_scrolled_window_new();
     gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(scrolled), source.widget());

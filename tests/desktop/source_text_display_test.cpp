@@ -88,10 +88,21 @@ TEST(SourceTextOnScreen, FillsInEachTextThatTakesItsPlace) {
   EXPECT_TRUE(textOf(source) == next);
 }
 
+TEST(SourceTextUnseen, GivesTheViewNothingToLayOut) {
+  desktop::SourceText source;
+  source.setText("one line\n");
+  EXPECT_EQ(textOf(source), "one line\n");
+  auto* const view = GTK_TEXT_VIEW(source.widget());
+  EXPECT_EQ(gtk_text_buffer_get_char_count(gtk_text_view_get_buffer(view)), 0);
+  source.show();
+  EXPECT_EQ(gtk_text_view_get_buffer(view), source.buffer());
+}
+
 TEST(LongLineCopied, IsWhole) {
   const std::string text = numbers(50'000);
   desktop::SourceText source;
   source.setText(text);
+  source.show();
   source.fillNow();
   GtkWindow* window = GTK_WINDOW(gtk_window_new());
   gtk_window_set_child(window, source.widget());

@@ -9,9 +9,7 @@
 
 namespace lumisk::test {
 
-inline GtkTextBuffer* bufferOf(const desktop::SourceText& source) {
-  return gtk_text_view_get_buffer(GTK_TEXT_VIEW(source.widget()));
-}
+inline GtkTextBuffer* bufferOf(const desktop::SourceText& source) { return source.buffer(); }
 
 inline std::string textBetween(const GtkTextIter& start, const GtkTextIter& end) {
   char* text = gtk_text_iter_get_visible_text(&start, &end);
