@@ -228,7 +228,7 @@ class ProgressElement final : public NodeElement {
 
  private:
   static constexpr const char* kAtRest = "at-rest";
-  static constexpr unsigned kMoment = 250;  // milliseconds
+  static constexpr unsigned kMoment = 500;  // milliseconds
   GRef<GtkWidget> spinner_;
   Deferred turn_;
 };

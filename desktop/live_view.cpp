@@ -202,8 +202,10 @@ void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpo
 /// of a diagram would be missing in it.
 gboolean LiveView::decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
                                 WebKitPolicyDecisionType type, gpointer self) {
-  if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
   auto* live = static_cast<LiveView*>(self);
+  // The second and last of the engine's questions.
+  if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE && live->isTakingUp()) call(live->onTakenUp);
+  if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
   WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(
       WEBKIT_NAVIGATION_POLICY_DECISION(decision));
   const std::string_view target =

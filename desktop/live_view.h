@@ -66,7 +66,8 @@ class LiveView {
   /// Whether there is a page of this document to go back to.
   bool canGoBack() const;
 
-  /// The engine has taken up the host's page.
+  /// The engine has taken up the host's page, or needs no more answers to do so. Told once or
+  /// twice.
   std::function<void()> onTakenUp;
   /// A navigation finished, the load of the host's or a later one, and did not fail.
   std::function<void()> onFinished;

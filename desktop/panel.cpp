@@ -17,9 +17,9 @@ namespace {
 
 constexpr double kSmallestZoom = 0.3;
 constexpr double kLargestZoom = 5;
-/// How long the window waits for the engine to take up the page. The engine asks the program
-/// twice on the way, and would wait for each answer until the window has drawn itself, which takes
-/// two to three times as long as all of this.
+/// How long the window waits for the engine to ask what it has to before it takes up the page:
+/// twice, and it would wait for each answer until the window has drawn itself, which takes two to
+/// three times as long as the questions.
 constexpr unsigned kLongestWait = 40;  // milliseconds
 constexpr int kLongestOpenLabel = 26;  // characters
 

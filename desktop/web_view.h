@@ -69,7 +69,7 @@ class DesktopWebViews final : public WebViewFactory {
   bool canGoBack() const { return latest_ != nullptr && latest_->canGoBack(); }
 
   /// Whether the latest web view waits for an engine that is warm to take its page up, a matter of
-  /// milliseconds. `onTakenUp` tells when it has.
+  /// milliseconds. `onTakenUp` tells when it is about to.
   bool isTakingUp() const { return latest_ != nullptr && latest_->isTakingUp(); }
 
   /// What has the focus in the latest web view.
