@@ -6,6 +6,7 @@ namespace {
 struct CurtainedView {
   WebKitWebView parent;
   gboolean isClosed;
+  Placement placement;  // all zero in a new object
 };
 struct CurtainedViewClass {
   WebKitWebViewClass parent;
@@ -26,10 +27,22 @@ void snapshot(GtkWidget* widget, GtkSnapshot* shown) {
   if (node != nullptr) gsk_render_node_unref(node);
 }
 
+void allocate(GtkWidget* widget, int width, int height, int baseline) {
+  GTK_WIDGET_CLASS(curtained_view_parent_class)->size_allocate(widget, width, height, baseline);
+  asCurtained(widget)->placement = {width, height, gtk_widget_get_mapped(widget) == TRUE};
+}
+
+void unmap(GtkWidget* widget) {
+  asCurtained(widget)->placement.isCurrent = false;
+  GTK_WIDGET_CLASS(curtained_view_parent_class)->unmap(widget);
+}
+
 void curtained_view_init(CurtainedView*) {}
 
 void curtained_view_class_init(CurtainedViewClass* klass) {
   GTK_WIDGET_CLASS(klass)->snapshot = snapshot;
+  GTK_WIDGET_CLASS(klass)->size_allocate = allocate;
+  GTK_WIDGET_CLASS(klass)->unmap = unmap;
 }
 
 }  // namespace
@@ -42,5 +55,9 @@ void setCurtainClosed(WebKitWebView* view, bool isClosed) {
   current = static_cast<gboolean>(isClosed);
   gtk_widget_queue_draw(GTK_WIDGET(view));
 }
+
+bool isCurtainClosed(WebKitWebView* view) { return asCurtained(view)->isClosed == TRUE; }
+
+Placement placementOf(WebKitWebView* view) { return asCurtained(view)->placement; }
 
 }  // namespace lumisk::desktop

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "desktop/beginning_first.h"
+#include "desktop/curtained_view.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -12,6 +13,9 @@ namespace {
 /// How long a process that is up may take to begin with a page before it counts as hung. It takes
 /// milliseconds, or as long as the page before keeps it busy.
 constexpr unsigned kPatience = 500;  // milliseconds
+
+/// After so many more frames a page is shown as it is: its view is being moved or resized.
+constexpr int kMostFrames = 10;
 
 /// Where the empty page of a warm view stands: in the origin of the pages, so that the web process
 /// that has everything compiled and cached stays.
@@ -164,6 +168,10 @@ void LiveView::printed(WebKitPrintOperation*, gpointer self) {
   call(live->onPrinted);
 }
 
+bool LiveView::isTakingUp() const {
+  return hasShownPage_ && !awaited_.empty() && placementOf(view()).width > 0;
+}
+
 bool LiveView::canGoBack() const { return entriesBehind(view()) > entriesBefore_; }
 
 void LiveView::loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self) {
@@ -203,8 +211,13 @@ void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpo
 gboolean LiveView::decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
                                 WebKitPolicyDecisionType type, gpointer self) {
   auto* live = static_cast<LiveView*>(self);
-  // The second and last of the engine's questions.
-  if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE && live->isTakingUp()) call(live->onTakenUp);
+  if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
+    // The second and last of the engine's questions, unless an earlier page is meant.
+    WebKitURIRequest* const request =
+        webkit_response_policy_decision_get_request(WEBKIT_RESPONSE_POLICY_DECISION(decision));
+    if (live->isTakingUp() && isLoadOf(webkit_uri_request_get_uri(request), live->awaited_))
+      call(live->onTakenUp);
+  }
   if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
   WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(
       WEBKIT_NAVIGATION_POLICY_DECISION(decision));
@@ -235,13 +248,24 @@ void LiveView::committed() {
     hasOwnPage_ = !isScrubbed_;
     entriesBefore_ = entriesBehind(view());
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
-    if (onDrawn)
-      frame_.ask(view(), kFrame, "isDrawnByCard", isDrawnByCard(view()), [this] { call(onDrawn); });
+    if (onDrawn) awaitFrame(kMostFrames);
     call(onTakenUp);
   } else {
     hasLeftDocument_ = true;
   }
   call(onHistoryChanged);
+}
+
+/// A page that begins before its view has its place on the screen may draw a frame for the size
+/// that the view had before.
+void LiveView::awaitFrame(int more) {
+  const Placement asked = placementOf(view());
+  frame_.ask(view(), kFrame, "isDrawnByCard", isDrawnByCard(view()), [this, asked, more] {
+    const Placement now = placementOf(view());
+    const bool isInPlace = now.isCurrent && now.width == asked.width && now.height == asked.height;
+    if (isInPlace || more == 0) return call(onDrawn);
+    awaitFrame(more - 1);
+  });
 }
 
 void LiveView::finished() {

@@ -61,13 +61,14 @@ class LiveView {
   /// good: it is ended, and the page goes to another.
   void load(const std::string& address);
   void loadText(std::string_view html, const char* baseUri);
-  /// Whether a process that is up has still to take up the host's page.
-  bool isTakingUp() const { return hasShownPage_ && !awaited_.empty(); }
+  /// Whether a process that is up has still to take up the host's page, in a view that has had a
+  /// size: a page that begins in one without finds it to be 0.
+  bool isTakingUp() const;
   /// Whether there is a page of this document to go back to.
   bool canGoBack() const;
 
   /// The engine has taken up the host's page, or needs no more answers to do so. Told once or
-  /// twice.
+  /// twice; a text that was handed over is not asked about.
   std::function<void()> onTakenUp;
   /// A navigation finished, the load of the host's or a later one, and did not fail.
   std::function<void()> onFinished;
@@ -91,6 +92,7 @@ class LiveView {
   void startAgain();
   void meetSite();
   void committed();
+  void awaitFrame(int more);
   void finished();
 
   struct FreeSession {

@@ -40,7 +40,7 @@ class Panel {
   void show(const FileURL& url);
   /// Shows a calm page instead of an item: there is none, for the reason that `sentence` gives.
   void showUnavailable(const std::string& title, const std::string& sentence);
-  /// Brings the window forward and gives it the keyboard.
+  /// Brings the window forward and gives it the keyboard, as one that is about to come does anyway.
   void present();
   /// Lets go of what is shown and takes the window off the screen.
   void close();

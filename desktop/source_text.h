@@ -9,9 +9,9 @@
 namespace lumisk::desktop {
 
 /// A read-only text view for a text of any length, in lines of any length. The beginning is in the
-/// buffer at once; the rest follows in pieces while nothing else is to do. The view gets the buffer
-/// only when it is to be seen, because the toolkit measures every line of a view, seen or not,
-/// while the page beside it is being made ready.
+/// buffer at once; the rest follows in pieces, once `fill` was called, while nothing else is to do.
+/// The view gets the buffer only when it is to be seen, because the toolkit measures every line of
+/// a view, seen or not, while the page beside it is being made ready.
 class SourceText {
  public:
   SourceText();

@@ -49,12 +49,13 @@ class PreviewHost {
   /// Prepares in idle time what makes the next first preview fast. Harmless at any time.
   virtual void warmUp() = 0;
 
+  /// Whether the window is on the screen, or about to come.
   virtual bool isVisible() const = 0;
   /// What `show` was last given, as long as the window is visible; "" otherwise.
   virtual std::string currentUri() const = 0;
   virtual std::string parentHandle() const = 0;
 
-  /// `handler` is called after the window has appeared and after it has gone.
+  /// `handler` is called after the window has become visible and after it has gone.
   virtual void setOnVisibilityChanged(std::function<void()> handler) = 0;
   /// `handler` is called when the window has gone because the person wanted it to, and not by
   /// `close`; before the one for the visibility.

@@ -127,6 +127,27 @@ TEST_F(PreviewTest, WhatTheWidgetsShowInsteadIsReadBack) {
   }
 }
 
+TEST_F(PreviewTest, ASourceHasItsTextInTheViewOnceItIsSeen) {
+  Preview preview(folder_ / "guide.md");
+  ASSERT_TRUE(preview.finishes());
+  const std::function<GtkTextView*(GtkWidget*)> sourceBelow = [&](GtkWidget* widget) {
+    if (GTK_IS_TEXT_VIEW(widget) && gtk_text_view_get_monospace(GTK_TEXT_VIEW(widget)) == TRUE)
+      return GTK_TEXT_VIEW(widget);
+    for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+         child = gtk_widget_get_next_sibling(child))
+      if (GtkTextView* const found = sourceBelow(child)) return found;
+    return static_cast<GtkTextView*>(nullptr);
+  };
+  GtkTextView* const source = sourceBelow(preview.presentation().widget());
+  ASSERT_NE(source, nullptr);
+  const auto size = [&] {
+    return gtk_text_buffer_get_char_count(gtk_text_view_get_buffer(source));
+  };
+  EXPECT_EQ(size(), 0);
+  ASSERT_TRUE(preview.presentation().selectMode("source"));
+  EXPECT_GT(size(), 100);
+}
+
 TEST_F(PreviewTest, TheSpinnerGoesWhenThePageIsThere) {
   Preview preview(folder_ / "guide.md");
   EXPECT_THAT(preview.outlineOfWidgets(), HasSubstr("progress"));
