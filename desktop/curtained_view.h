@@ -21,8 +21,6 @@ struct Placement {
   /// Whether that was since it last came on the screen. A view is told that it is seen some time
   /// before it is told its size.
   bool isCurrent = false;
-
-  bool operator==(const Placement&) const = default;
 };
 Placement placementOf(WebKitWebView* view);
 

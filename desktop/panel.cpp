@@ -18,8 +18,8 @@ namespace {
 constexpr double kSmallestZoom = 0.3;
 constexpr double kLargestZoom = 5;
 /// How long the window waits for the engine to ask what it has to before it takes up the page:
-/// twice, and it would wait for each answer until the window has drawn itself, which takes two to
-/// three times as long as the questions.
+/// twice, and it would wait for each answer until the window has drawn itself, which takes longer
+/// than all of that.
 constexpr unsigned kLongestWait = 40;  // milliseconds
 constexpr int kLongestOpenLabel = 26;  // characters
 

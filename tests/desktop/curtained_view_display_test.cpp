@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "desktop/curtained_view.h"
-#include "desktop/picture.h"
-#include "picture_reading.h"
 #include "screen.h"
+#include "x_desktop.h"
 
 namespace lumisk::test {
 namespace {
@@ -22,13 +21,11 @@ class CurtainedView : public testing::Test {
   }
   /// Until the page is drawn the curtain is the host's.
   void SetUp() override { ASSERT_TRUE(isDark()); }
-  GtkWidget* window() const { return GTK_WIDGET(gtk_widget_get_root(GTK_WIDGET(page_.view()))); }
-  /// Looked at again and again: a frame takes as long as it takes.
   bool isDark() const {
-    return becomes([](double lightness) { return lightness < 30; });
+    return becomes([](int lightness) { return lightness < 30; });
   }
   bool isLight() const {
-    return becomes([](double lightness) { return lightness > 200; });
+    return becomes([](int lightness) { return lightness > 200; });
   }
   bool countsFrames() {
     const std::string before = page_("String(window.count)");
@@ -42,16 +39,20 @@ class CurtainedView : public testing::Test {
   </script></body>)html"};
 
  private:
-  bool becomes(bool (*isSo)(double)) const {
-    bool isReached = false;  // a window that is about to draw itself anew has no picture
+  /// On the screen itself: a picture of the widgets would have them drawn.
+  bool becomes(bool (*isSo)(int)) const {
     return runUntil([&] {
-      if (isReached) return true;
-      runFor(30);
-      const auto picture = desktop::pictureOf(window());
-      isReached = picture && isSo(meanLightness(picture.get()));
-      return isReached;
+      runFor(30);  // to look takes time, which those who draw need
+      const std::vector<WindowId> windows = desktop_.windows();
+      const XDesktop::Lightness screen = desktop_.lightnessOfTheScreen();
+      if (windows.size() != 1 || screen.width == 0) return false;
+      const ScreenPlace place = desktop_.placeOf(windows.front());
+      const int middle = (place.y + place.height / 2) * screen.width + place.x + place.width / 2;
+      return isSo(screen.pixels.at(static_cast<std::size_t>(middle)));
     });
   }
+
+  XDesktop desktop_;
 };
 
 TEST_F(CurtainedView, ShowsWhatIsBehindItWhileTheCurtainIsClosed) {

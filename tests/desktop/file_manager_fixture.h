@@ -142,15 +142,15 @@ class FileManagerTest : public testing::Test {
   /// person clicks again. Not so soon that the two would count as a double click.
   void click(const std::string& name) const {
     constexpr int kAttempts = 6;
-    for (int i = 0; i < kAttempts && (i == 0 || !isClicked(name)); ++i) {
+    for (int i = 0; i < kAttempts && (i == 0 || !hasSelectionAndFocus(name)); ++i) {
       ASSERT_NO_FATAL_FAILURE(clickOnce(name));
-      for (int wait = 0; wait < 50 && !isClicked(name); ++wait)
+      for (int wait = 0; wait < 50 && !hasSelectionAndFocus(name); ++wait)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
-    ASSERT_TRUE(isClicked(name)) << name << " is not selected, or has no focus";
+    ASSERT_TRUE(hasSelectionAndFocus(name)) << name << " is not selected, or has no focus";
     ASSERT_TRUE(hasKeyboard(files()));
   }
-  bool isClicked(const std::string& name) const {
+  bool hasSelectionAndFocus(const std::string& name) const {
     const auto shown = item(name);
     return shown && shown->isSelected && shown->hasFocus;
   }

@@ -70,6 +70,12 @@ TEST_F(FileManagerTest, KeysPressedInOneBreathAllCount) {
   EXPECT_TRUE(shows("c.py"));
   EXPECT_TRUE(showsText("third"));
   EXPECT_TRUE(selects("c.py"));
+  pressKeys("space");
+  EXPECT_TRUE(closes());
+  ASSERT_TRUE(hasKeyboard(files()));
+  pressKeys("Right");
+  EXPECT_TRUE(eventually([&] { return hasSelectionAndFocus("d folder"); }))
+      << "Files goes on from there";
 }
 
 TEST_F(FileManagerTest, AWalkGoesOnPastWhatHasNoPreview) {

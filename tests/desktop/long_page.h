@@ -88,6 +88,21 @@ class LongPage : public PreviewTest {
     return runUntil([&] { return preview_->finishedLoads() > before; });
   }
   std::string page(const std::string& script) { return evaluate(preview_->page(), script); }
+  /// A character in the text of one of the elements that are alike.
+  struct Place {
+    int element;
+    int offset;
+  };
+  /// Selects the text between the two, and tells it.
+  std::string select(const std::string& elements, Place anchor, Place focus) {
+    const auto end = [](Place place) {
+      return "each[" + std::to_string(place.element) + "].firstChild, " +
+             std::to_string(place.offset);
+    };
+    return page("(() => { const each = document.querySelectorAll('" + elements +
+                "'); getSelection().setBaseAndExtent(" + end(anchor) + ", " + end(focus) +
+                "); return String(getSelection()); })()");
+  }
   double number(const std::string& script) { return std::stod(page(script)); }
   bool becomes(const std::string& script) {
     return runUntil([&] { return page(script) == "true"; });

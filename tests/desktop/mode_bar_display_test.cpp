@@ -62,6 +62,20 @@ TEST_F(ModeBar, TheSpinnerKeepsStillForAMoment) {
   EXPECT_TRUE(gtk_widget_has_css_class(spinners[0], "at-rest"));
 }
 
+TEST_F(ModeBar, ASpinnerAtRestDrawsNoFrames) {
+  GtkWindow* const window = GTK_WINDOW(gtk_window_new());
+  desktop::installStyle(gtk_widget_get_display(GTK_WIDGET(window)));
+  GtkWidget* const spinner = gtk_spinner_new();
+  gtk_widget_add_css_class(spinner, "at-rest");
+  gtk_spinner_start(GTK_SPINNER(spinner));
+  gtk_window_set_child(window, spinner);
+  gtk_window_present(window);
+  EXPECT_TRUE(runUntil([&] { return framesWithin(spinner, 300) == 0; }));
+  gtk_widget_remove_css_class(spinner, "at-rest");
+  EXPECT_TRUE(runUntil([&] { return framesWithin(spinner, 200) > 3; }));
+  gtk_window_destroy(window);
+}
+
 TEST_F(ModeBar, NothingTurnsOnceThePageIsThere) {
   Preview preview(folder_ / "guide.md");
   ASSERT_TRUE(preview.finishes());

@@ -70,11 +70,7 @@ TEST_F(RestOfAPage, ComesWhereSomebodyAskedBeforeItWasThere) {
 
 TEST_F(RestOfAPage, WhatIsSelectedStaysSelected) {
   open("longer.cpp", source(400 * kKilobyte));
-  const std::string selected = page(R"js((() => {
-    const comments = document.querySelectorAll('.hljs-comment');
-    getSelection().setBaseAndExtent(comments[3].firstChild, 6, comments[1].firstChild, 3);
-    return String(getSelection());
-  })())js");
+  const std::string selected = select(".hljs-comment", {3, 6}, {1, 3});
   EXPECT_THAT(selected, HasSubstr("value2"));
   desktop::showAll(preview_->page());
   EXPECT_EQ(page("String(getSelection())"), selected);
@@ -85,11 +81,7 @@ TEST_F(RestOfAPage, WhatIsSelectedAcrossBlocksStaysSelected) {
   std::string text = "{\"first\":1}\n{\"numbers\":[1";
   for (int i = 0; i < 60'000; ++i) text += "," + std::to_string(i);
   open("two.jsonl", text + "]}\n", {}, "formatted");
-  const std::string selected = page(R"js((() => {
-    const numbers = document.querySelectorAll('.hljs-number');
-    getSelection().setBaseAndExtent(numbers[0].firstChild, 0, numbers[4].firstChild, 1);
-    return String(getSelection());
-  })())js");
+  const std::string selected = select(".hljs-number", {0, 0}, {4, 1});
   EXPECT_THAT(selected, HasSubstr("numbers"));
   desktop::showAll(preview_->page());
   EXPECT_EQ(page("String(getSelection())"), selected);
