@@ -59,6 +59,17 @@ bool isValidUtf8(std::string_view bytes) {
   return kernels().isUtf8(bytes.data(), bytes.data() + bytes.size());
 }
 
+bool canBeginUtf8(std::string_view bytes) {
+  // The lead byte of a sequence that is cut off is one of the last three.
+  for (std::size_t kept = 1; kept <= 3 && kept <= bytes.size(); ++kept) {
+    const std::size_t length = lengthByLead(byteAt(bytes.data() + bytes.size() - kept));
+    if (length == 0) continue;
+    if (length > kept) bytes.remove_suffix(kept);
+    break;
+  }
+  return isValidUtf8(bytes);
+}
+
 std::optional<std::string_view> decodedUtf8(std::string_view bytes) {
   if (!isValidUtf8(bytes)) return std::nullopt;
   if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());

@@ -11,6 +11,10 @@ namespace lumisk {
 /// nothing above U+10FFFF. NUL is a character like any other.
 bool isValidUtf8(std::string_view bytes);
 
+/// Whether well-formed UTF-8 can begin with `bytes`: all of it is, but for a last sequence that may
+/// be cut off.
+bool canBeginUtf8(std::string_view bytes);
+
 /// The text that a file holds: `bytes` without one leading byte-order mark, or nothing when they
 /// are no UTF-8. The result points into `bytes`.
 std::optional<std::string_view> decodedUtf8(std::string_view bytes);

@@ -21,6 +21,7 @@ namespace {
 // with it, so the memory of a large file is asked for in pages of this size.
 constexpr std::size_t kHugePage = std::size_t{2} * 1024 * 1024;
 constexpr std::size_t kSmallestCapacity = std::size_t{16} * 1024;
+constexpr std::size_t kBeginning = std::size_t{64} * 1024;
 
 ErrorRecord posixError(int code) {
   return {kPosixErrorDomain, code, std::generic_category().message(code)};
@@ -54,13 +55,17 @@ FileContents::~FileContents() {
 // Fills one FileContents. All functions return 0 or an errno.
 class FileReading {
  public:
-  int read(int descriptor, std::size_t expectedSize) {
+  int read(int descriptor, std::size_t expectedSize, BeginningTest isWorthReading) {
     // One byte more than expected lets the read that meets the end of the file be the last.
-    if (const int error = grow(expectedSize + 1)) return error;
+    const std::size_t expected = expectedSize + 1;
+    bool isTested = isWorthReading == nullptr;
+    if (const int error = grow(isTested ? expected : std::min(expected, kBeginning))) return error;
     for (;;) {
       if (contents_.size_ == contents_.capacity_) {
+        if (!isTested && !isWorthReading(contents_.bytes())) return 0;
+        isTested = true;
         if (contents_.capacity_ > std::numeric_limits<std::size_t>::max() / 2) return EFBIG;
-        if (const int error = grow(contents_.capacity_ * 2)) return error;
+        if (const int error = grow(std::max(expected, contents_.capacity_ * 2))) return error;
       }
       const ssize_t count = ::read(descriptor, contents_.memory_ + contents_.size_,
                                    contents_.capacity_ - contents_.size_);
@@ -93,7 +98,8 @@ class FileReading {
   FileContents contents_;
 };
 
-std::variant<FileContents, ErrorRecord> readFile(const std::string& path) {
+std::variant<FileContents, ErrorRecord> readFile(const std::string& path,
+                                                 BeginningTest isWorthReading) {
   struct stat status = {};
   // Opening a device can act on it (a tape rewinds), so it is looked at before it is opened; and
   // since another item may take its place in between, it is looked at again, opened without
@@ -108,9 +114,8 @@ std::variant<FileContents, ErrorRecord> readFile(const std::string& path) {
   if (!S_ISREG(status.st_mode)) return notAFileError(status.st_mode);
 
   FileReading reading;
-  if (const int error = reading.read(file.get(), static_cast<std::size_t>(status.st_size))) {
-    return posixError(error);
-  }
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (const int error = reading.read(file.get(), size, isWorthReading)) return posixError(error);
   return reading.take();
 }
 

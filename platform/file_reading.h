@@ -28,10 +28,16 @@ class FileContents {
   std::size_t capacity_ = 0;  // 0 when nothing is held
 };
 
-/// Reads the whole file at `path`. The error is in the domain "POSIX" and carries the errno and the
-/// system's text for it. Only regular files are read: a pipe, socket or device is refused (ENOTSUP)
-/// before it can block, a directory with EISDIR. Memory is the file's size and a constant.
-std::variant<FileContents, ErrorRecord> readFile(const std::string& path);
+/// Whether a file that begins with these bytes is to be read on.
+using BeginningTest = bool (*)(std::string_view beginning);
+
+/// Reads the whole file at `path`, or no more than its first 64 KB when these fail
+/// `isWorthReading`: a film of 8 GB is not read through to find that it is no text. The error is in
+/// the domain "POSIX" and carries the errno and the system's text for it. Only regular files are
+/// read: a pipe, socket or device is refused (ENOTSUP) before it can block, a directory with
+/// EISDIR. Memory is the file's size and a constant.
+std::variant<FileContents, ErrorRecord> readFile(const std::string& path,
+                                                 BeginningTest isWorthReading = nullptr);
 
 /// Whether `path` exists and is a directory, links followed.
 bool isExistingDirectory(const std::string& path);

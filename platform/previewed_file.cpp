@@ -22,7 +22,8 @@ PreviewKind previewKindOf(const FileURL& url) {
 }
 
 std::variant<PreviewedFile, ErrorRecord> PreviewedFile::load(const FileURL& url) {
-  std::variant<FileContents, ErrorRecord> contents = readFile(url.path());
+  // What a beginning that is no text leaves unread changes nothing about the answer.
+  std::variant<FileContents, ErrorRecord> contents = readFile(url.path(), canBeginUtf8);
   if (auto* error = std::get_if<ErrorRecord>(&contents)) return std::move(*error);
 
   PreviewedFile file;

@@ -137,6 +137,22 @@ TEST(Utf8, FindsOneBadByteAnywhereInALargeFile) {
   }
 }
 
+TEST(Utf8, BeginsWithAnyPartOfAText) {
+  const std::string text = "a\u00e9b\u20acc\U0001F30Ad";
+  for (std::size_t size = 0; size <= text.size(); ++size)
+    EXPECT_TRUE(canBeginUtf8(std::string_view(text).substr(0, size))) << size;
+}
+
+TEST(Utf8, BeginsWithNothingElse) {
+  const std::string before(100, 'x');
+  for (const std::string_view bad : {"\xFF", "\x80", "\xC1\x80", "a\x80\x80\x80", "\xE2\x82x"}) {
+    EXPECT_FALSE(canBeginUtf8(bad)) << bad;
+    EXPECT_FALSE(canBeginUtf8(before + std::string(bad))) << bad;
+    EXPECT_FALSE(canBeginUtf8(std::string(bad) + before)) << bad;
+    EXPECT_FALSE(canBeginUtf8(std::string(bad) + "\xE2\x82")) << bad;
+  }
+}
+
 TEST(Utf8Kernels, AgreeOnEveryPairOfBytes) {
   for (unsigned pair = 0; pair < 0x10000; ++pair) {
     const char bytes[] = {static_cast<char>(pair >> 8), static_cast<char>(pair & 0xFF)};

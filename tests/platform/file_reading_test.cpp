@@ -44,6 +44,26 @@ TEST(FileReading, GivesTheBytesOfAnySize) {
   }
 }
 
+TEST(FileReading, ReadsOnFromABeginningThatIsWorthIt) {
+  const TemporaryFolder folder;
+  for (const std::size_t size : {0U, 1U, 65534U, 65535U, 65536U, 65537U, 5'000'000U}) {
+    std::string bytes(size, '\0');
+    for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(i * 31 % 257);
+    writeAll(folder / "file", bytes);
+    const auto result = readFile(folder / "file", [](std::string_view) { return true; });
+    ASSERT_TRUE(std::holds_alternative<FileContents>(result)) << size;
+    EXPECT_TRUE(std::get<FileContents>(result).bytes() == bytes) << size;
+  }
+}
+
+TEST(FileReading, ReadsNoMoreThanABeginningThatIsNotWorthIt) {
+  const TemporaryFolder folder;
+  writeAll(folder / "file", std::string(5'000'000, 'x'));
+  const auto result = readFile(folder / "file", [](std::string_view) { return false; });
+  ASSERT_TRUE(std::holds_alternative<FileContents>(result));
+  EXPECT_EQ(std::get<FileContents>(result).bytes().size(), 65'536U);
+}
+
 TEST(FileReading, ReadsFilesWhoseSizeIsNotTold) {
   const auto result = readFile("/proc/self/status");
   ASSERT_TRUE(std::holds_alternative<FileContents>(result));
@@ -130,6 +150,21 @@ TEST(PreviewedFile, IsReadTheKindToldAndTheTextDecoded) {
   EXPECT_EQ(file->kind(), PreviewKind::Markdown);
   EXPECT_EQ(file->extension(), "markdown");
   EXPECT_EQ(file->text(), "# x");
+}
+
+// More than there is memory for: an attempt to read it through ends with another error.
+TEST(PreviewedFile, AFilmIsNotReadThroughToFindThatItIsNoText) {
+  const TemporaryFolder folder;
+  writeAll(folder / "film.mp4", std::string("\0\0\0\x20"
+                                            "ftypisom\xFF",
+                                            13));
+  std::error_code error;
+  std::filesystem::resize_file(folder / "film.mp4", std::uintmax_t{1} << 40, error);
+  if (error) GTEST_SKIP() << "no file of a terabyte here: " << error.message();
+  const auto result = PreviewedFile::load(FileURL::fromPath((folder / "film.mp4").string()));
+  const auto* reason = std::get_if<ErrorRecord>(&result);
+  ASSERT_NE(reason, nullptr);
+  EXPECT_EQ(reason->domain, kLumiskErrorDomain);
 }
 
 TEST(PreviewedFile, KindIsToldFromTheNameAlone) {
