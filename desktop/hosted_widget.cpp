@@ -6,11 +6,11 @@
 
 namespace lumisk::desktop {
 
-HostedWidget::HostedWidget(ui::HostedView& view, RenderContext& context)
+HostedWidget::HostedWidget(ui::HostedView& view, RenderContext& context, Appearing appearing)
     : view_(view), context_(context), bin_(GRef<GtkWidget>::retain(adw_bin_new())) {
   isDrawing_ = true;  // nothing is to be drawn before the view has appeared
   view_.setOnChange([this] { viewChanged(); });
-  view_.onAppear();
+  if (appearing == Appearing::Now) view_.onAppear();
   isDrawing_ = false;
   viewChanged();
 }

@@ -11,8 +11,11 @@ namespace lumisk::desktop {
 /// A hosted view on screen: keeps the widgets in step with the view's state.
 class HostedWidget {
  public:
-  /// `view` and `context` are borrowed. The view appears now.
-  HostedWidget(ui::HostedView& view, RenderContext& context);
+  /// Whether the view has yet to appear.
+  enum class Appearing { Now, Before };
+
+  /// `view` and `context` are borrowed.
+  HostedWidget(ui::HostedView& view, RenderContext& context, Appearing appearing = Appearing::Now);
   HostedWidget(const HostedWidget&) = delete;
   HostedWidget& operator=(const HostedWidget&) = delete;
   ~HostedWidget();

@@ -124,7 +124,24 @@ void Panel::show(const FileURL& url) {
   zoom_ = 1;
   facts_ = readItemFacts(url, platform_);
   webViews_.expect(facts_.size);
-  presentation_ = std::make_unique<Presentation>(url, context_);
+  if (webViews_.expectsLargeItem()) return prepareBeside(url);
+  take(std::make_unique<Presentation>(url, context_));
+}
+
+/// Keys are answered meanwhile, and another item may be asked for.
+void Panel::prepareBeside(const FileURL& url) {
+  preparation_ = std::make_unique<Preparation>(url, platform_, [this](PreparedPreview prepared) {
+    preparation_.reset();
+    take(std::make_unique<Presentation>(std::move(prepared), context_));
+    if (content() != nullptr && zoom_ != 1) setZoom(content(), zoom_);
+  });
+  waiting_ = std::make_unique<Element>(ui::View(ui::ProgressIndicator{}), Axis::None, context_);
+  setContent(waiting_->widget());
+  comeSoon();
+}
+
+void Panel::take(std::unique_ptr<Presentation> presentation) {
+  presentation_ = std::move(presentation);
   if (const auto error = presentation_->error()) {
     presentation_.reset();
     showStatus(*error);
@@ -132,7 +149,13 @@ void Panel::show(const FileURL& url) {
     setContent(presentation_->widget());
     presentation_->onChanged = [this] { contentChanged(); };
   }
-  if (isOnScreen() || !webViews_.isTakingUp()) return appear();
+  waiting_.reset();
+  if (!webViews_.isTakingUp()) return appear();
+  comeSoon();
+}
+
+void Panel::comeSoon() {
+  if (isOnScreen()) return appear();
   if (!coming_.isPending()) coming_.after(kLongestWait, [this] { appear(); });
 }
 
@@ -212,6 +235,8 @@ void Panel::dropContent() {
   gtk_window_set_focus(window_, nullptr);
   adw_bin_set_child(ADW_BIN(contentBin_), nullptr);
   presentation_.reset();
+  preparation_.reset();
+  waiting_.reset();
 }
 
 /// The window takes the content's size when it comes on screen, unless the person has chosen one.
@@ -222,7 +247,8 @@ void Panel::fitWindow() {
   if (givenSize_ && *givenSize_ != Size{width, height}) isSizedByPerson_ = true;
   if (isSizedByPerson_ || isOnScreen()) return;
   const bool isFolder = facts_.contentType == "inode/directory";
-  const ContentShape shape = presentation_ ? shapeOf(*url_, isFolder) : ContentShape::Message;
+  const bool isItem = presentation_ || preparation_;
+  const ContentShape shape = isItem ? shapeOf(*url_, isFolder) : ContentShape::Message;
   givenSize_ = initialSize(shape, workAreaFor(GTK_WIDGET(window_)));
   gtk_window_set_default_size(window_, givenSize_->width, givenSize_->height);
 }

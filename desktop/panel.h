@@ -49,7 +49,7 @@ class Panel {
   GtkWindow* window() const { return window_; }
   /// Whether the window is on the screen, or about to come.
   bool isVisible() const { return isOnScreen() || coming_.isPending(); }
-  /// Null when nothing is shown or the last request failed.
+  /// Null when nothing is shown, the last request failed, or its item is still made ready.
   Presentation* presentation() const { return presentation_.get(); }
   GtkWidget* content() const { return adw_bin_get_child(ADW_BIN(contentBin_)); }
   FindBar& findBar() const { return *findBar_; }
@@ -69,6 +69,10 @@ class Panel {
   GtkWidget* buildContent();
   void renewKeys();
   bool isOnScreen() const { return gtk_widget_get_visible(GTK_WIDGET(window_)) == TRUE; }
+  void prepareBeside(const FileURL& url);
+  void take(std::unique_ptr<Presentation> presentation);
+  /// Has the window come when the engine is ready for it, or shortly after.
+  void comeSoon();
   void appear();
   void fitWindow();
   void showStatus(const ErrorRecord& error);
@@ -106,6 +110,9 @@ class Panel {
   std::unique_ptr<PanelMenu> menu_;
   std::unique_ptr<FindBar> findBar_;
   std::unique_ptr<Presentation> presentation_;
+  /// While a large item is made ready, and what stands in its place until then.
+  std::unique_ptr<Preparation> preparation_;
+  std::unique_ptr<Element> waiting_;
   std::optional<FileURL> url_;
   ItemFacts facts_;
   double zoom_ = 1;

@@ -1,17 +1,33 @@
 #include "desktop/presentation.h"
 
+#include <utility>
+
 #include "desktop/style.h"
 #include "extension/mode_selection.h"
 
 namespace lumisk::desktop {
 
-Presentation::Presentation(const FileURL& url, RenderContext& context)
+Presentation::Presentation(RenderContext& context)
     : controller_(context.platform), root_(GRef<GtkWidget>::retain(gtk_overlay_new())) {
   paintRoot();
-  controller_.preparePreviewOfFile(
-      url, [this](const std::optional<ErrorRecord>& error) { error_ = error; });
+}
+
+Presentation::Presentation(const FileURL& url, RenderContext& context) : Presentation(context) {
+  controller_.preparePreviewOfFile(url, [this](const auto& error) { error_ = error; });
+  showChildren(context, HostedWidget::Appearing::Now);
+}
+
+Presentation::Presentation(PreparedPreview prepared, RenderContext& context)
+    : Presentation(context) {
+  if (prepared.page) context.webViews.offer(*std::move(prepared.page));
+  controller_.takePreparedFile(std::move(prepared.preview),
+                               [this](const auto& error) { error_ = error; });
+  showChildren(context, HostedWidget::Appearing::Before);
+}
+
+void Presentation::showChildren(RenderContext& context, HostedWidget::Appearing appearing) {
   for (const auto& child : controller_.children()) {
-    contents_.push_back(std::make_unique<HostedWidget>(child->view, context));
+    contents_.push_back(std::make_unique<HostedWidget>(child->view, context, appearing));
     contents_.back()->onChanged = [this] {
       if (onChanged) onChanged();
     };

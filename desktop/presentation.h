@@ -8,6 +8,7 @@
 
 #include "core/error_record.h"
 #include "desktop/hosted_widget.h"
+#include "desktop/preparation.h"
 #include "extension/preview_view_controller.h"
 
 namespace lumisk::desktop {
@@ -17,6 +18,8 @@ class Presentation {
  public:
   /// Asks for the item at once. `context` is borrowed.
   Presentation(const FileURL& url, RenderContext& context);
+  /// Shows what was made ready on another thread.
+  Presentation(PreparedPreview prepared, RenderContext& context);
   Presentation(const Presentation&) = delete;
   Presentation& operator=(const Presentation&) = delete;
   ~Presentation();
@@ -35,6 +38,8 @@ class Presentation {
   bool selectMode(std::string_view name) const;
 
  private:
+  explicit Presentation(RenderContext& context);
+  void showChildren(RenderContext& context, HostedWidget::Appearing appearing);
   void paintRoot();
 
   PreviewViewController controller_;

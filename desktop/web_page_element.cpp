@@ -11,7 +11,8 @@ namespace lumisk::desktop {
 WebPageElement::WebPageElement(const ui::WebPage& page, RenderContext& context)
     : context_(context), page_(page), bin_(GRef<GtkWidget>::retain(adw_bin_new())) {
   context_.webViews.announce(page_.htmlContent);
-  host_ = std::make_unique<PageHost>(page_, context_.webViews, context_.platform.caches);
+  host_ = std::make_unique<PageHost>(page_, context_.webViews, context_.platform.caches,
+                                     context_.webViews.takeWritten(page_.htmlContent));
   setAccessibleName(webView().widget(), tr("panel.page"));
   adw_bin_set_child(ADW_BIN(bin_.get()), webView().widget());
 }

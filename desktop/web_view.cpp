@@ -102,7 +102,18 @@ std::unique_ptr<WebView> DesktopWebViews::makeWebView(const WebViewConfiguration
   return std::make_unique<DesktopWebView>(*this, configuration);
 }
 
-void DesktopWebViews::expect(std::uint64_t bytes) { isLarge_ = bytes >= kLargeItem; }
+void DesktopWebViews::expect(std::uint64_t bytes) {
+  isLarge_ = bytes >= kLargeItem;
+  prepared_.reset();
+}
+
+std::optional<WrittenPage> DesktopWebViews::takeWritten(const ui::SharedText& page) {
+  // Where both are the same memory, as ever so far, the texts are not compared.
+  if (!prepared_ || prepared_->html != page) return std::nullopt;
+  std::optional<WrittenPage> file(std::move(prepared_->file));
+  prepared_.reset();
+  return file;
+}
 
 void DesktopWebViews::announce(const ui::SharedText& page) {
   diagrams_ = diagramsIn(page.view());

@@ -3,16 +3,25 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "desktop/live_view.h"
 #include "desktop/page_focus.h"
 #include "desktop/web_extension/page_address.h"
+#include "web/page_file.h"
 #include "web/web_view.h"
 
 namespace lumisk::desktop {
 
 class DesktopWebViews;
+
+/// A page and the file that was written of it.
+struct PreparedPage {
+  ui::SharedText html;
+  WrittenPage file;
+};
 
 /// The engine's view for one web page of a body.
 class DesktopWebView final : public WebView {
@@ -62,6 +71,12 @@ class DesktopWebViews final : public WebViewFactory {
 
   /// Tells how large the item is that is shown next. To be called before its pages are made.
   void expect(std::uint64_t bytes);
+  /// Whether that is so large that it is better made ready on another thread.
+  bool expectsLargeItem() const { return isLarge_; }
+  /// Hands over a page of that item that has been written already.
+  void offer(PreparedPage page) { prepared_.emplace(std::move(page)); }
+  /// The file that was written of this page, for its first load.
+  std::optional<WrittenPage> takeWritten(const ui::SharedText& page);
   /// Tells what the page that is loaded next can make use of. To be called before each load.
   void announce(const ui::SharedText& page);
 
@@ -94,6 +109,7 @@ class DesktopWebViews final : public WebViewFactory {
   LiveViews& liveViews_;
   DesktopWebView* latest_ = nullptr;
   bool isLarge_ = false;
+  std::optional<PreparedPage> prepared_;
   std::optional<Diagrams> diagrams_;
   Showing showing_ = Showing::AtOnce;
 };

@@ -33,12 +33,12 @@ constexpr const char* kFailureLine = "Failed to load and parse file: ";
 /// memory that the file was read into; the others let go of it once their page is built.
 class FileViewBuilder {
  public:
-  FileViewBuilder(const FileURL& url, PreviewedFile file, const Platform& platform)
+  FileViewBuilder(const FileURL& url, PreviewedFile file, bool isDark, const StringTable& strings)
       : url_(url),
         folder_(url.deletingLastPathComponent()),
         file_(std::make_shared<const PreviewedFile>(std::move(file))),
-        strings_(platform.strings),
-        isDark_(isDarkMode(platform.mainQueue, platform.appearance)) {}
+        strings_(strings),
+        isDark_(isDark) {}
 
   ui::HostedView build() const {
     switch (file_->kind()) {
@@ -81,18 +81,35 @@ class FileViewBuilder {
   const bool isDark_;
 };
 
+}  // namespace
+
 // A page that does not fit in memory is an error like a file that does not.
-std::variant<ui::HostedView, ErrorRecord> fileView(const FileURL& url, const Platform& platform) {
+FilePreview prepareFile(const FileURL& url, const std::function<bool()>& isDark,
+                        const StringTable& strings) {
   try {
     std::variant<PreviewedFile, ErrorRecord> file = PreviewedFile::load(url);
     if (auto* error = std::get_if<ErrorRecord>(&file)) return std::move(*error);
-    return FileViewBuilder(url, std::get<PreviewedFile>(std::move(file)), platform).build();
+    return FileViewBuilder(url, std::get<PreviewedFile>(std::move(file)), isDark(), strings)
+        .build();
   } catch (const std::bad_alloc&) {
-    return ErrorRecord{kPosixErrorDomain, ENOMEM, std::generic_category().message(ENOMEM)};
+    return notEnoughMemoryError();
   }
 }
 
-}  // namespace
+ErrorRecord notEnoughMemoryError() {
+  return {kPosixErrorDomain, ENOMEM, std::generic_category().message(ENOMEM)};
+}
+
+void answerWith(FilePreview preview, PreviewViewController& controller, const Platform& platform,
+                const Completion& completion) {
+  if (const auto* error = std::get_if<ErrorRecord>(&preview)) {
+    platform.standardOutput.writeLine(kFailureLine + error->description());
+    completion(*error);
+    return;
+  }
+  controller.embed(std::get<ui::HostedView>(std::move(preview)));
+  completion(std::nullopt);
+}
 
 void dispatchPreview(const FileURL& url, PreviewViewController& controller,
                      const Platform& platform, const Completion& completion) {
@@ -101,14 +118,16 @@ void dispatchPreview(const FileURL& url, PreviewViewController& controller,
     completion(std::nullopt);
     return;
   }
-  std::variant<ui::HostedView, ErrorRecord> view = fileView(url, platform);
-  if (const auto* error = std::get_if<ErrorRecord>(&view)) {
-    platform.standardOutput.writeLine(kFailureLine + error->description());
-    completion(*error);
-    return;
-  }
-  controller.embed(std::get<ui::HostedView>(std::move(view)));
-  completion(std::nullopt);
+  const auto isDark = [&] { return isDarkMode(platform.mainQueue, platform.appearance); };
+  answerWith(prepareFile(url, isDark, platform.strings), controller, platform, completion);
+}
+
+ui::SharedText pageOf(const ui::HostedView& fileView) {
+  if (const auto* view = fileView.as<HTMLPreviewView>()) return view->htmlContent;
+  if (const auto* view = fileView.as<MarkdownDualPreviewView>()) return view->htmlContent;
+  if (const auto* view = fileView.as<JSONDualPreviewView>()) return view->state->renderedHTML;
+  if (const auto* view = fileView.as<JSONLDualPreviewView>()) return view->state->renderedHTML;
+  return {};
 }
 
 }  // namespace lumisk

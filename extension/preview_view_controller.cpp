@@ -2,12 +2,14 @@
 
 #include <utility>
 
-#include "extension/dispatch.h"
-
 namespace lumisk {
 
 void PreviewViewController::preparePreviewOfFile(const FileURL& url, const Completion& completion) {
   dispatchPreview(url, *this, platform_, completion);
+}
+
+void PreviewViewController::takePreparedFile(FilePreview preview, const Completion& completion) {
+  answerWith(std::move(preview), *this, platform_, completion);
 }
 
 void PreviewViewController::embed(ui::HostedView view) {

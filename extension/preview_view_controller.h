@@ -6,6 +6,7 @@
 
 #include "core/file_url.h"
 #include "extension/completion.h"
+#include "extension/dispatch.h"
 #include "platform/platform.h"
 #include "ui/hosted_view.h"
 #include "ui/modifier.h"
@@ -58,6 +59,9 @@ class PreviewViewController {
   /// Prepares the preview of the item at `url`. By the time this returns the completion has been
   /// called, after the view was embedded or, with an error, with nothing embedded.
   void preparePreviewOfFile(const FileURL& url, const Completion& completion);
+
+  /// The same for a file that `prepareFile` has read already.
+  void takePreparedFile(FilePreview preview, const Completion& completion);
 
   /// Makes `view` the visible content, on top of what is there.
   void embed(ui::HostedView view);

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "web/coordinator.h"
-#include "web/page_file.h"
 
 namespace lumisk {
 
@@ -53,8 +52,14 @@ std::unique_ptr<WebView> HTMLPreviewView::makeWebView(WebViewFactory& factory,
 }
 
 void HTMLPreviewView::updateWebView(WebView& webView, const CachesDirectory& caches) const {
-  const std::optional<FileURL> pageFile =
-      writePageFile(requiredCachesDirectory(caches), htmlContent.view());
+  load(webView, writePageFile(requiredCachesDirectory(caches), htmlContent.view()));
+}
+
+void HTMLPreviewView::updateWebView(WebView& webView, WrittenPage page) const {
+  load(webView, page.putInPlace());
+}
+
+void HTMLPreviewView::load(WebView& webView, const std::optional<FileURL>& pageFile) const {
   if (pageFile) {
     webView.loadFileURL(*pageFile, FileURL::fromPath(kReadAccessPath));
   } else {

@@ -9,6 +9,7 @@
 #include "ui/action.h"
 #include "ui/shared_text.h"
 #include "ui/view.h"
+#include "web/page_file.h"
 #include "web/web_view.h"
 
 namespace lumisk {
@@ -42,6 +43,11 @@ struct HTMLPreviewView {
   /// be written the page is loaded from text. A platform without caches directory ends the
   /// process: a host that is to live on there must offer one of its own.
   void updateWebView(WebView& webView, const CachesDirectory& caches) const;
+  /// The same with `htmlContent` written already.
+  void updateWebView(WebView& webView, WrittenPage page) const;
+
+ private:
+  void load(WebView& webView, const std::optional<FileURL>& pageFile) const;
 };
 
 /// The view that a node of a body stands for.

@@ -88,74 +88,70 @@ void sweepTemporaryFiles(const FileDescriptor& folder) {
   }
 }
 
-/// A file that becomes the page file, or goes away with this object.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const FileDescriptor& folder) : folder_(folder) {}
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
-    if (file_.isOpen()) remove();
-  }
-
-  bool create() {
-    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-      name_ = newTemporaryName();
-      file_ = FileDescriptor(::openat(folder_.get(), name_.c_str(),
-                                      O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                                      kOwnerOnlyFile));
-      if (!file_.isOpen() && errno != EEXIST) return false;
-      if (!file_.isOpen()) continue;
-      if (isSafeFromSweeps()) return true;
-      remove();
-    }
-    return false;
-  }
-
-  bool write(std::string_view text) {
-    while (!text.empty()) {
-      const ssize_t written = ::write(file_.get(), text.data(), std::min(text.size(), kMostAtOnce));
-      if (written < 0 && errno != EINTR) return false;
-      if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-  }
-
-  bool moveTo(const char* name) {
-    if (::renameat(folder_.get(), name_.c_str(), folder_.get(), name) != 0) return false;
-    file_ = FileDescriptor();
-    return true;
-  }
-
- private:
-  void remove() {
-    ::unlinkat(folder_.get(), name_.c_str(), 0);
-    file_ = FileDescriptor();
-  }
-  // Where files cannot be locked nothing is ever swept either.
-  bool isSafeFromSweeps() {
-    if (!lock(file_) && errno == EWOULDBLOCK) return false;
-    struct stat status {};
-    return ::fstat(file_.get(), &status) == 0 && status.st_nlink > 0;
-  }
-
-  const FileDescriptor& folder_;
-  std::string name_;
-  FileDescriptor file_;
-};
-
 }  // namespace
 
-std::optional<FileURL> writePageFile(std::string_view cachesDirectory, std::string_view html) {
+WrittenPage::~WrittenPage() {
+  if (file_.isOpen()) remove();
+}
+
+bool WrittenPage::create() {
+  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+    name_ = newTemporaryName();
+    file_ = FileDescriptor(::openat(folder_.get(), name_.c_str(),
+                                    O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                    kOwnerOnlyFile));
+    if (!file_.isOpen() && errno != EEXIST) return false;
+    if (!file_.isOpen()) continue;
+    if (isSafeFromSweeps()) return true;
+    remove();
+  }
+  return false;
+}
+
+bool WrittenPage::write(std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(file_.get(), text.data(), std::min(text.size(), kMostAtOnce));
+    if (written < 0 && errno != EINTR) return false;
+    if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+std::optional<FileURL> WrittenPage::putInPlace() {
+  if (::renameat(folder_.get(), name_.c_str(), folder_.get(), kFileName) != 0) return std::nullopt;
+  file_.reset();
+  return pageURL_;
+}
+
+void WrittenPage::remove() {
+  ::unlinkat(folder_.get(), name_.c_str(), 0);
+  file_.reset();
+}
+
+// Where files cannot be locked nothing is ever swept either.
+bool WrittenPage::isSafeFromSweeps() {
+  if (!lock(file_) && errno == EWOULDBLOCK) return false;
+  struct stat status {};
+  return ::fstat(file_.get(), &status) == 0 && status.st_nlink > 0;
+}
+
+std::optional<WrittenPage> writePageBeside(std::string_view cachesDirectory,
+                                           std::string_view html) {
   const FileURL folderURL = FileURL::fromPath(cachesDirectory).appendingPathComponent(kFolderName);
   makeFolderAndParents(folderURL.path());
-  const FileDescriptor folder = openPrivateFolder(folderURL.path());
+  FileDescriptor folder = openPrivateFolder(folderURL.path());
   if (!folder.isOpen()) return std::nullopt;
 
   sweepTemporaryFiles(folder);
-  TemporaryFile file(folder);
-  if (!file.create() || !file.write(html) || !file.moveTo(kFileName)) return std::nullopt;
-  return folderURL.appendingPathComponent(kFileName);
+  WrittenPage page(std::move(folder));
+  page.pageURL_ = folderURL.appendingPathComponent(kFileName);
+  if (!page.create() || !page.write(html)) return std::nullopt;
+  return page;
+}
+
+std::optional<FileURL> writePageFile(std::string_view cachesDirectory, std::string_view html) {
+  std::optional<WrittenPage> page = writePageBeside(cachesDirectory, html);
+  return page ? page->putInPlace() : std::nullopt;
 }
 
 }  // namespace lumisk

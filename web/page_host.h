@@ -6,6 +6,7 @@
 #include "platform/platform.h"
 #include "ui/view.h"
 #include "web/coordinator.h"
+#include "web/page_file.h"
 #include "web/web_view.h"
 
 namespace lumisk {
@@ -14,8 +15,10 @@ namespace lumisk {
 /// live exactly as long as the node keeps its place in the tree.
 class PageHost {
  public:
-  /// Makes both and loads the page. `factory` is used here only; `caches` is borrowed.
-  PageHost(const ui::WebPage& page, WebViewFactory& factory, const CachesDirectory& caches);
+  /// Makes both and loads the page, from `written` if that was made of it already. `factory` is
+  /// used here only; `caches` is borrowed.
+  PageHost(const ui::WebPage& page, WebViewFactory& factory, const CachesDirectory& caches,
+           std::optional<WrittenPage> written = std::nullopt);
 
   /// Loads the page again when it differs from the one that was loaded last, and only then: a view
   /// is built anew after every change of its state, and most changes are none of the page.

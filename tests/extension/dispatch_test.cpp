@@ -187,6 +187,51 @@ TEST_F(Dispatch, TheAppearanceIsAskedForAtEachRequest) {
   EXPECT_EQ(shownPage(), buildMarkdownPage("# x", folderURL().absoluteString(), false));
 }
 
+TEST_F(Dispatch, AFileThatWasPreparedBeforeIsAnsweredTheSame) {
+  for (const char* name : {"a.md", "a.csv", "a.tsv", "a.json", "a.jsonl", "a.txt", "a"}) {
+    request(name, "{\"a\": 1}");
+    const std::string page = shownPage();
+    FilePreview prepared = prepareFile(
+        urlOf(name), [] { return false; }, desktop_.platform().strings);
+    ASSERT_TRUE(std::holds_alternative<ui::HostedView>(prepared)) << name;
+    const std::size_t before = controller_.children().size();
+    bool isDone = false;
+    controller_.takePreparedFile(std::move(prepared), [&](const auto& error) {
+      isDone = !error && controller_.children().size() == before + 1;
+    });
+    EXPECT_TRUE(isDone) << name;
+    EXPECT_EQ(shownPage(), page) << name;
+  }
+}
+
+TEST_F(Dispatch, AFileThatCouldNotBePreparedIsAnsweredTheSame) {
+  request("a.md", kNoText);
+  const auto expected = error_;
+  Log log;
+  log.swap(desktop_.log);
+  bool isAsked = false;
+  FilePreview prepared = prepareFile(
+      urlOf("a.md"), [&] { return isAsked = true; }, desktop_.platform().strings);
+  EXPECT_FALSE(isAsked) << "nothing is built";
+  controller_.takePreparedFile(std::move(prepared), [&](const auto& error) {
+    EXPECT_EQ(error, expected);
+    desktop_.log.push_back("failed with 0");
+  });
+  EXPECT_EQ(desktop_.log, log);
+}
+
+TEST_F(Dispatch, ThePageOfAFileIsTheOneThatItsBodyShows) {
+  for (const char* name : {"a.md", "a.csv", "a.json", "a.jsonl", "a.txt"}) {
+    request(name, "{\"a\": 1}");
+    const std::string page = shownPage();
+    EXPECT_FALSE(page.empty()) << name;
+    EXPECT_EQ(pageOf(shown()).view(), page) << name;
+  }
+  fs::create_directory(folder_ / "folder");
+  request("folder");
+  EXPECT_TRUE(pageOf(shown()).empty());
+}
+
 TEST_F(Dispatch, AFileIsReadThenTheAppearanceThenEmbeddedThenAnswered) {
   std::size_t children = 0;
   for (const char* name : {"a.md", "a.csv", "a.tsv", "a.json", "a.jsonl", "a.txt", "a"}) {

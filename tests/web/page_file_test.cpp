@@ -216,6 +216,51 @@ TEST_F(PageFile, WhatALivingWriterIsWritingIsLeftToIt) {
   EXPECT_TRUE(fs::exists(name));
 }
 
+TEST_F(PageFile, APageThatIsWrittenBesideItIsNotSeenBeforeItIsPutInPlace) {
+  ASSERT_TRUE(write("old"));
+  auto page = writePageBeside(caches_.string(), "new");
+  ASSERT_TRUE(page);
+  EXPECT_EQ(readAll(file_), "old");
+  EXPECT_EQ(namesIn(folder_).size(), 2U);
+  const auto url = page->putInPlace();
+  ASSERT_TRUE(url);
+  EXPECT_EQ(url->path(), file_.string());
+  EXPECT_EQ(readAll(file_), "new");
+  page.reset();
+  EXPECT_EQ(readAll(file_), "new") << "it is the page file now, and stays";
+  EXPECT_EQ(namesIn(folder_), kOnlyThePage);
+}
+
+TEST_F(PageFile, APageThatIsNotWantedGoesWithItsLastHolder) {
+  ASSERT_TRUE(write("old"));
+  auto page = writePageBeside(caches_.string(), "new");
+  ASSERT_TRUE(page);
+  auto holder = std::make_unique<WrittenPage>(*std::move(page));
+  page.reset();
+  EXPECT_EQ(namesIn(folder_).size(), 2U);
+  holder.reset();
+  EXPECT_EQ(readAll(file_), "old");
+  EXPECT_EQ(namesIn(folder_), kOnlyThePage);
+}
+
+TEST_F(PageFile, APageBesideItOutlastsOtherWriters) {
+  auto page = writePageBeside(caches_.string(), "slow");
+  ASSERT_TRUE(page);
+  ASSERT_TRUE(write("quick"));
+  ASSERT_TRUE(page->putInPlace());
+  EXPECT_EQ(readAll(file_), "slow");
+}
+
+TEST_F(PageFile, APageThatCannotBePutInPlaceGoes) {
+  fs::create_directories(file_ / "a folder in the way");
+  {
+    auto page = writePageBeside(caches_.string(), "new");
+    ASSERT_TRUE(page);
+    EXPECT_FALSE(page->putInPlace());
+  }
+  EXPECT_EQ(namesIn(folder_), kOnlyThePage);
+}
+
 TEST_F(PageFile, KilledWritersLeaveNoMoreThanOneFile) {
   for (int i = 0; i < 40; ++i) {
     const pid_t child = ::fork();

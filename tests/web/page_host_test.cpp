@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
 #include "support/files.h"
@@ -46,6 +47,25 @@ TEST_F(PageHosting, LoadsAgainOnlyWhenThePageDiffers) {
   EXPECT_EQ(loads(), 3U);
   host.update({.htmlContent = "other", .baseURL = FileURL::fromPath("/a/"), .onLoad = [] {}});
   EXPECT_EQ(loads(), 3U) << "a callback is no part of the page";
+}
+
+TEST_F(PageHosting, LoadsWhatWasWrittenBeforeOnce) {
+  auto page = writePageBeside(folder_.path().string(), "written");
+  ASSERT_TRUE(page);
+  PageHost host({.htmlContent = "page"}, factory_, caches_, std::move(page));
+  EXPECT_EQ(loads(), 1U);
+  EXPECT_EQ(written(), "written") << "not written again";
+  host.reload();
+  EXPECT_EQ(written(), "page");
+}
+
+TEST_F(PageHosting, LoadsFromTextWhereWhatWasWrittenCannotStandInPlace) {
+  auto page = writePageBeside(folder_.path().string(), "page");
+  ASSERT_TRUE(page);
+  std::filesystem::create_directories(folder_ / "LumiskHTML/preview.html/in the way");
+  const PageHost host({.htmlContent = "page"}, factory_, caches_, std::move(page));
+  EXPECT_EQ(loads(), 1U);
+  EXPECT_EQ(factory_.log.back(), "load text \"page\" without base");
 }
 
 TEST_F(PageHosting, KeepsItsWebViewThroughAllUpdates) {
