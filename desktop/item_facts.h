@@ -18,6 +18,8 @@ struct ItemFacts {
   std::string kind;                  ///< "PNG image"
   std::vector<std::string> details;  ///< kind, size, dates; each a short text
   std::uint64_t size = 0;            ///< of a file, in bytes
+  /// Whether reading it takes longer than anybody should wait for an answer.
+  bool isLarge = false;
 };
 
 ItemFacts readItemFacts(const FileURL& url, const Platform& platform);

@@ -21,6 +21,8 @@ constexpr double kLargestZoom = 5;
 /// twice, and it would wait for each answer until the window has drawn itself, which takes longer
 /// than all of that.
 constexpr unsigned kLongestWait = 40;  // milliseconds
+/// What a window that is there takes to show that it has turned to another item.
+constexpr unsigned kTimeToDraw = 50;   // milliseconds
 constexpr int kLongestOpenLabel = 26;  // characters
 
 /// Only a long label is cut: where room is short, the title gives way first, which can be cut
@@ -124,19 +126,25 @@ void Panel::show(const FileURL& url) {
   zoom_ = 1;
   facts_ = readItemFacts(url, platform_);
   webViews_.expect(facts_.size);
-  if (webViews_.expectsLargeItem()) return prepareBeside(url);
+  if (facts_.isLarge) return makeReady(url);
   take(std::make_unique<Presentation>(url, context_));
 }
 
-/// Keys are answered meanwhile, and another item may be asked for.
-void Panel::prepareBeside(const FileURL& url) {
+/// The window comes first. While a file is made ready keys are answered and another item may be
+/// asked for; a folder is listed by the thread that draws, but not when somebody walks past it.
+void Panel::makeReady(const FileURL& url) {
+  waiting_ = std::make_unique<Element>(ui::View(ui::ProgressIndicator{}), Axis::None, context_);
+  setContent(waiting_->widget());
+  if (isFolder()) {
+    appear();
+    return listing_.after(kTimeToDraw,
+                          [this, url] { take(std::make_unique<Presentation>(url, context_)); });
+  }
   preparation_ = std::make_unique<Preparation>(url, platform_, [this](PreparedPreview prepared) {
     preparation_.reset();
     take(std::make_unique<Presentation>(std::move(prepared), context_));
-    if (content() != nullptr && zoom_ != 1) setZoom(content(), zoom_);
+    if (zoom_ != 1) setZoomLevel(zoom_);
   });
-  waiting_ = std::make_unique<Element>(ui::View(ui::ProgressIndicator{}), Axis::None, context_);
-  setContent(waiting_->widget());
   comeSoon();
 }
 
@@ -236,6 +244,7 @@ void Panel::dropContent() {
   adw_bin_set_child(ADW_BIN(contentBin_), nullptr);
   presentation_.reset();
   preparation_.reset();
+  listing_.cancel();
   waiting_.reset();
 }
 
@@ -246,9 +255,8 @@ void Panel::fitWindow() {
   gtk_window_get_default_size(window_, &width, &height);
   if (givenSize_ && *givenSize_ != Size{width, height}) isSizedByPerson_ = true;
   if (isSizedByPerson_ || isOnScreen()) return;
-  const bool isFolder = facts_.contentType == "inode/directory";
-  const bool isItem = presentation_ || preparation_;
-  const ContentShape shape = isItem ? shapeOf(*url_, isFolder) : ContentShape::Message;
+  const bool isItem = presentation_ || waiting_;
+  const ContentShape shape = isItem ? shapeOf(*url_, isFolder()) : ContentShape::Message;
   givenSize_ = initialSize(shape, workAreaFor(GTK_WIDGET(window_)));
   gtk_window_set_default_size(window_, givenSize_->width, givenSize_->height);
 }

@@ -69,7 +69,8 @@ class Panel {
   GtkWidget* buildContent();
   void renewKeys();
   bool isOnScreen() const { return gtk_widget_get_visible(GTK_WIDGET(window_)) == TRUE; }
-  void prepareBeside(const FileURL& url);
+  bool isFolder() const { return facts_.contentType == "inode/directory"; }
+  void makeReady(const FileURL& url);
   void take(std::unique_ptr<Presentation> presentation);
   /// Has the window come when the engine is ready for it, or shortly after.
   void comeSoon();
@@ -110,9 +111,10 @@ class Panel {
   std::unique_ptr<PanelMenu> menu_;
   std::unique_ptr<FindBar> findBar_;
   std::unique_ptr<Presentation> presentation_;
-  /// While a large item is made ready, and what stands in its place until then.
-  std::unique_ptr<Preparation> preparation_;
+  /// While a large item is made ready: what stands in its place, and what makes it.
   std::unique_ptr<Element> waiting_;
+  std::unique_ptr<Preparation> preparation_;
+  Deferred listing_;
   std::optional<FileURL> url_;
   ItemFacts facts_;
   double zoom_ = 1;

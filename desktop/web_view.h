@@ -71,8 +71,6 @@ class DesktopWebViews final : public WebViewFactory {
 
   /// Tells how large the item is that is shown next. To be called before its pages are made.
   void expect(std::uint64_t bytes);
-  /// Whether that is so large that it is better made ready on another thread.
-  bool expectsLargeItem() const { return isLarge_; }
   /// Hands over a page of that item that has been written already.
   void offer(PreparedPage page) { prepared_.emplace(std::move(page)); }
   /// The file that was written of this page, for its first load.

@@ -13,6 +13,7 @@ namespace lumisk::bench {
 namespace {
 
 constexpr std::size_t kFiftyMegabytes = std::size_t{50} * 1024 * 1024;
+constexpr int kManyEntries = 100'000;
 constexpr double kBetweenKeys = 0.1;  // seconds
 constexpr double kQuiet = 30;         // seconds: of layout nothing shows until it is done
 constexpr double kMostWatched = 120;  // seconds
@@ -81,6 +82,7 @@ void measureLarge(const VisibleScreen& screen, const Documents& documents) {
   std::puts(
       "\n| 50 MB | first text | last change | longest wait for a key (goal 100 ms) | memory |");
   std::puts("| --- | --- | --- | --- | --- |");
+  showLarge(screen, documents, "folder, 100,000 entries", documents.folder(kManyEntries));
   showLarge(screen, documents, "source", documents.source(kFiftyMegabytes));
   showLarge(screen, documents, "JSON", documents.json(kFiftyMegabytes));
   showLarge(screen, documents, "table", documents.table(kFiftyMegabytes));

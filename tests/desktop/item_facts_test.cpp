@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <string>
+
+#include "desktop/gtk_platform.h"
+#include "support/files.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -68,6 +72,26 @@ TEST(FailureSentence, SaysWhyThereIsNoPreview) {
   };
   for (const Row& row : rows)
     EXPECT_EQ(failureSentence(row.error, row.facts), row.sentence) << row.label;
+}
+
+TEST(ItemFacts, TellWhatTakesLongToRead) {
+  const test::TemporaryFolder folder;
+  const GtkPlatform platform("");
+  const auto isLarge = [&](const char* name) {
+    const FileURL url = FileURL::fromPath((folder / name).string());
+    return readItemFacts(url, platform.platform()).isLarge;
+  };
+  test::writeAll(folder / "file", "");
+  std::filesystem::create_directory(folder / "few");
+  test::makeLargeFolder(folder / "many");
+  EXPECT_FALSE(isLarge("file"));
+  EXPECT_FALSE(isLarge("few"));
+  EXPECT_TRUE(isLarge("many"));
+  EXPECT_FALSE(isLarge("missing"));
+  std::filesystem::resize_file(folder / "file", (2 << 20) - 1);
+  EXPECT_FALSE(isLarge("file"));
+  std::filesystem::resize_file(folder / "file", 2 << 20);
+  EXPECT_TRUE(isLarge("file"));
 }
 
 }  // namespace

@@ -190,6 +190,29 @@ TEST_F(LargeItem, IsShownAtTheZoomThatWasChosenMeanwhile) {
   EXPECT_DOUBLE_EQ(webkit_web_view_get_zoom_level(page()), zoom);
 }
 
+TEST_F(LargeItem, ThatIsAFolderIsListedOnceTheWindowHasTurnedToIt) {
+  makeLargeFolder(folder_ / "large folder");
+  request("large folder");
+  EXPECT_EQ(panel_->presentation(), nullptr);
+  EXPECT_TRUE(isOnScreen());
+  EXPECT_STREQ(gtk_window_get_title(panel_->window()), "large folder");
+  EXPECT_EQ(queue_.size(), 0U);
+  ASSERT_TRUE(isShown());
+  ASSERT_TRUE(runUntil([&] { return desktop::findShownDocument(panel_->content()).scrolled; }));
+  runFor(200);
+  EXPECT_FALSE(hasWheel(panel_->content()));
+}
+
+TEST_F(LargeItem, ThatIsAFolderIsNotListedForWhoWalksPastIt) {
+  makeLargeFolder(folder_ / "large folder");
+  request("large folder");
+  request("small.txt");
+  ASSERT_NE(panel_->presentation(), nullptr);
+  runFor(200);
+  EXPECT_NE(panel_->webViews().latestView(), nullptr) << "the file is still shown";
+  EXPECT_EQ(queue_.size(), 0U) << "nor is the folder's size summed up";
+}
+
 TEST_F(LargeItem, MayBeAskedForAnew) {
   request("large.txt");
   ASSERT_TRUE(runUntil([&] { return isOnScreen(); }));

@@ -22,6 +22,15 @@ void writeAll(const std::filesystem::path& path, std::string_view bytes) {
   ASSERT_TRUE(out) << path;
 }
 
+void makeLargeFolder(const std::filesystem::path& path) {
+  constexpr int kEntries = 15'000;
+  std::filesystem::create_directory(path);
+  writeAll(path / "entry", "");
+  for (int i = 1; i < kEntries; ++i)
+    std::filesystem::create_hard_link(
+        path / "entry", path / ("entry " + std::to_string(i) + " of a long list of names"));
+}
+
 void expectFile(const std::filesystem::path& path, std::string_view actual) {
   if (getenv("LUMISK_UPDATE_EXPECTED") != nullptr) {
     writeAll(path, actual);

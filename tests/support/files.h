@@ -10,6 +10,9 @@ namespace lumisk::test {
 std::string readAll(const std::filesystem::path& path);
 void writeAll(const std::filesystem::path& path, std::string_view bytes);
 
+/// Makes a folder of so many entries that its list of names alone is long: names of one file.
+void makeLargeFolder(const std::filesystem::path& path);
+
 /// Expects `actual` to be the bytes of the expected file `path`. With LUMISK_UPDATE_EXPECTED set in
 /// the environment the file is rewritten instead and the test fails, so that a reader looks at the
 /// difference; the page of a new behaviour is written by hand first.
