@@ -133,7 +133,8 @@ void Panel::show(const FileURL& url) {
 /// The window comes first. While a file is made ready keys are answered and another item may be
 /// asked for; a folder is listed by the thread that draws, but not when somebody walks past it.
 void Panel::makeReady(const FileURL& url) {
-  waiting_ = std::make_unique<Element>(ui::View(ui::ProgressIndicator{}), Axis::None, context_);
+  const ui::View wheel = ui::Overlay{{ui::ProgressIndicator{}}};  // in the middle, not all over
+  waiting_ = std::make_unique<Element>(wheel, Axis::None, context_);
   setContent(waiting_->widget());
   if (isFolder()) {
     appear();

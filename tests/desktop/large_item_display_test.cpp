@@ -53,11 +53,11 @@ class LargeItem : public PanelTest {
   bool isWaiting() const {
     return panel_->presentation() == nullptr && hasWheel(panel_->content());
   }
-  static bool hasWheel(GtkWidget* widget) {
-    return widget != nullptr && !shownBelow(widget, [](GtkWidget* each) {
-                                   return GTK_IS_SPINNER(each) == TRUE;
-                                 }).empty();
+  static std::vector<GtkWidget*> wheelsIn(GtkWidget* widget) {
+    if (widget == nullptr) return {};
+    return shownBelow(widget, [](GtkWidget* each) { return GTK_IS_SPINNER(each) == TRUE; });
   }
+  static bool hasWheel(GtkWidget* widget) { return !wheelsIn(widget).empty(); }
   bool isShown() {
     return runUntil([&] { return panel_->presentation() != nullptr; });
   }
@@ -89,6 +89,7 @@ TEST_F(LargeItem, HasTheWindowComeBeforeItIsReady) {
   ASSERT_TRUE(runUntil([&] { return isWaiting(); }));
   EXPECT_STREQ(gtk_window_get_title(panel_->window()), "large.txt");
   runFor(200);
+  EXPECT_LT(gtk_widget_get_width(wheelsIn(panel_->content()).front()), 100) << "not all over";
   const int width = gtk_widget_get_width(GTK_WIDGET(panel_->window()));
   queue_.runAll();
   ASSERT_TRUE(isShown());
