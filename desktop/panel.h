@@ -49,8 +49,10 @@ class Panel {
   GtkWindow* window() const { return window_; }
   /// Whether the window is on the screen, or about to come.
   bool isVisible() const { return isOnScreen() || coming_.isPending(); }
-  /// Null when nothing is shown, the last request failed, or its item is still made ready.
+  /// Null when nothing is shown, the last request failed, or its item is still being made ready.
   Presentation* presentation() const { return presentation_.get(); }
+  /// Whether what is shown is a large item that is not ready yet.
+  bool isMakingReady() const { return static_cast<bool>(waiting_); }
   GtkWidget* content() const { return adw_bin_get_child(ADW_BIN(contentBin_)); }
   FindBar& findBar() const { return *findBar_; }
   DesktopWebViews& webViews() { return webViews_; }

@@ -94,6 +94,7 @@ TEST_F(ComingPanel, APageNeverFindsAWidthOfZero) {
   panel.onPageFinished = [&] { isFinished = true; };
   runFor(1500);  // the empty page is there
   panel.show(FileURL::fromPath((folder_ / "measures.md").string()));
+  EXPECT_TRUE(gtk_widget_get_visible(GTK_WIDGET(panel.window()))) << "to give the view a size";
   ASSERT_TRUE(runUntil([&] { return isFinished; }));
   EXPECT_GT(std::stoi(evaluate(panel.webViews().latestView(), "String(window.found)")), 100);
 }

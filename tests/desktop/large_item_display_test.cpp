@@ -50,9 +50,7 @@ class LargeItem : public PanelTest {
 
   void request(const char* name) { panel_->show(FileURL::fromPath((folder_ / name).string())); }
   bool isOnScreen() const { return gtk_widget_get_mapped(GTK_WIDGET(panel_->window())) == TRUE; }
-  bool isWaiting() const {
-    return panel_->presentation() == nullptr && hasWheel(panel_->content());
-  }
+  bool isWaiting() const { return panel_->isMakingReady() && hasWheel(panel_->content()); }
   static std::vector<GtkWidget*> wheelsIn(GtkWidget* widget) {
     if (widget == nullptr) return {};
     return shownBelow(widget, [](GtkWidget* each) { return GTK_IS_SPINNER(each) == TRUE; });

@@ -157,6 +157,7 @@ TEST_F(OneAfterAnother, ClosedBeforeItIsDrawnALargeDocumentIsLetGo) {
   for (int i = 0; i < 3; ++i) {
     AtCommit atCommit{[&] { panel_->close(); }, {}};
     panel_->show(FileURL::fromPath((folder_ / "large.md").string()));
+    ASSERT_TRUE(runUntil([&] { return !panel_->isMakingReady(); }));
     ASSERT_NE(page(), nullptr);
     const auto view = desktop::GRef<WebKitWebView>::retain(page());
     const desktop::SignalHandler loading(view.get(), "load-changed",

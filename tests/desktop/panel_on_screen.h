@@ -48,6 +48,7 @@ class PanelOnScreen {
   bool open(const std::filesystem::path& path) {
     finishedLoads_ = 0;
     panel_->show(FileURL::fromPath(path.string()));
+    if (!runUntil([&] { return !panel_->isMakingReady(); })) return false;
     const bool isPage = panel_->webViews().latestView() != nullptr;
     const bool isThere = runUntil([&] {
       const bool isMapped = gtk_widget_get_mapped(GTK_WIDGET(window())) == TRUE;

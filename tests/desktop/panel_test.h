@@ -36,6 +36,7 @@ class PanelTest : public testing::Test {
   void open(const char* name) {
     finishedLoads_ = 0;
     panel_->show(FileURL::fromPath((folder_ / name).string()));
+    ASSERT_TRUE(runUntil([&] { return !panel_->isMakingReady(); }));
     if (page() != nullptr) {
       ASSERT_TRUE(runUntil([&] { return finishedLoads_ > 0; }));
     }
