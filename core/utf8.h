@@ -11,8 +11,8 @@ namespace lumisk {
 /// nothing above U+10FFFF. NUL is a character like any other.
 bool isValidUtf8(std::string_view bytes);
 
-/// Whether well-formed UTF-8 can begin with `bytes`: all of it is, but for a last sequence that may
-/// be cut off.
+/// Whether well-formed UTF-8 can begin with `bytes`: all of it is, but for a last sequence that is
+/// cut off, which is not looked at further.
 bool canBeginUtf8(std::string_view bytes);
 
 /// The text that a file holds: `bytes` without one leading byte-order mark, or nothing when they

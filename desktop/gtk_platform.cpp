@@ -1,17 +1,14 @@
 #include "desktop/gtk_platform.h"
 
-#include <glib/gstdio.h>
-
 #include <deque>
+#include <filesystem>
 #include <future>
 #include <mutex>
+#include <system_error>
 #include <utility>
 
 namespace lumisk::desktop {
 namespace {
-
-// The walk through a large folder goes on after its preview has gone; the next one is not to wait.
-constexpr int kMostThreads = 8;
 
 gboolean runTask(gpointer task) {
   (*static_cast<Task*>(task))();
@@ -24,13 +21,6 @@ void deleteTask(gpointer task) { delete static_cast<Task*>(task); }
 GlibMainQueue& programsMainQueue() {
   static auto* const queue = new GlibMainQueue;
   return *queue;
-}
-
-void removeFolder(const std::string& folder) {
-  const std::string pages = folder + "/LumiskHTML";
-  g_remove((pages + "/preview.html").c_str());
-  g_remove(pages.c_str());
-  g_remove(folder.c_str());
 }
 
 }  // namespace
@@ -65,9 +55,9 @@ struct GlibBackgroundQueue::Waiting {
   }
 };
 
-GlibBackgroundQueue::GlibBackgroundQueue()
+GlibBackgroundQueue::GlibBackgroundQueue(int mostThreads)
     : waiting_(std::make_shared<Waiting>()),
-      pool_(g_thread_pool_new(runNext, nullptr, kMostThreads, FALSE, nullptr)) {}
+      pool_(g_thread_pool_new(runNext, nullptr, mostThreads, FALSE, nullptr)) {}
 
 GlibBackgroundQueue::~GlibBackgroundQueue() {
   {
@@ -99,7 +89,9 @@ AppearanceMatch AdwaitaAppearance::bestMatch() const {
 }
 
 DesktopCachesDirectory::~DesktopCachesDirectory() {
-  if (!ownFolder_.empty()) removeFolder(ownFolder_);
+  // With a page that a thread has written and nobody has taken up, if there is one.
+  std::error_code ignored;
+  if (!ownFolder_.empty()) std::filesystem::remove_all(ownFolder_, ignored);
 }
 
 std::optional<std::string> DesktopCachesDirectory::path() const {

@@ -36,13 +36,16 @@ class GlibMainQueue final : public MainQueue {
 /// live as long as the program.
 class GlibBackgroundQueue final : public BackgroundQueue {
  public:
-  GlibBackgroundQueue();
+  explicit GlibBackgroundQueue(int mostThreads = kMostThreads);
   GlibBackgroundQueue(const GlibBackgroundQueue&) = delete;
   GlibBackgroundQueue& operator=(const GlibBackgroundQueue&) = delete;
   ~GlibBackgroundQueue() override;
   void async(Task task) override;
 
  private:
+  // The walk through a large folder goes on after its preview has gone; the next one is not to
+  // wait.
+  static constexpr int kMostThreads = 8;
   struct Waiting;
   static void runNext(gpointer turn, gpointer);
 

@@ -11,8 +11,8 @@ namespace lumisk::desktop {
 /// A hosted view on screen: keeps the widgets in step with the view's state.
 class HostedWidget {
  public:
-  /// Whether the view has yet to appear.
-  enum class Appearing { Now, Before };
+  /// When the view appears: with this object, or it has already.
+  enum class Appearing { Now, Already };
 
   /// `view` and `context` are borrowed.
   HostedWidget(ui::HostedView& view, RenderContext& context, Appearing appearing = Appearing::Now);

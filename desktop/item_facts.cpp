@@ -15,10 +15,11 @@ constexpr const char* kAttributes = G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE
     "," G_FILE_ATTRIBUTE_STANDARD_SIZE "," G_FILE_ATTRIBUTE_STANDARD_TYPE
     "," G_FILE_ATTRIBUTE_TIME_MODIFIED "," G_FILE_ATTRIBUTE_TIME_CREATED;
 
-constexpr std::uint64_t kLargeFile = std::uint64_t{2} * 1024 * 1024;
-/// Of a folder the file system tells how long its list of names is: this is one of some ten
-/// thousand.
-constexpr std::uint64_t kLargeFolder = std::uint64_t{256} * 1024;
+/// Reading so much and building and writing its page take some 20 ms.
+constexpr std::uint64_t kLargeFile = std::uint64_t{2} * 1024 * 1024;  // bytes
+/// Of a folder most file systems tell how long its list of names is, or once was: this is one of
+/// some ten thousand.
+constexpr std::uint64_t kLargeFolder = std::uint64_t{256} * 1024;  // bytes
 
 std::string takeText(char* text) {
   std::string result = text == nullptr ? "" : text;
@@ -65,7 +66,8 @@ ItemFacts readItemFacts(const FileURL& url, const Platform& platform) {
   std::string kindAndSize = facts.kind;
   const GFileType type = g_file_info_get_file_type(info.get());
   const auto size = static_cast<std::uint64_t>(g_file_info_get_size(info.get()));
-  facts.isLarge = size >= (type == G_FILE_TYPE_DIRECTORY ? kLargeFolder : kLargeFile);
+  facts.isFolder = type == G_FILE_TYPE_DIRECTORY;
+  facts.isLarge = size >= (facts.isFolder ? kLargeFolder : kLargeFile);
   if (type == G_FILE_TYPE_REGULAR) {
     facts.size = size;
     kindAndSize += (kindAndSize.empty() ? "" : " · ") + takeText(g_format_size(facts.size));

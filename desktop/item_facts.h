@@ -18,7 +18,8 @@ struct ItemFacts {
   std::string kind;                  ///< "PNG image"
   std::vector<std::string> details;  ///< kind, size, dates; each a short text
   std::uint64_t size = 0;            ///< of a file, in bytes
-  /// Whether reading it takes longer than anybody should wait for an answer.
+  bool isFolder = false;
+  /// Whether reading it takes longer than the panel should answer no key.
   bool isLarge = false;
 };
 

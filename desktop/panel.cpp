@@ -1,6 +1,7 @@
 #include "desktop/panel.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include "desktop/accessible_name.h"
@@ -21,9 +22,11 @@ constexpr double kLargestZoom = 5;
 /// twice, and it would wait for each answer until the window has drawn itself, which takes longer
 /// than all of that.
 constexpr unsigned kLongestWait = 40;  // milliseconds
-/// What a window that is there takes to show that it has turned to another item.
-constexpr unsigned kTimeToDraw = 50;   // milliseconds
-constexpr int kLongestOpenLabel = 26;  // characters
+/// A window that draws nothing for so long, as one that nobody sees, is not waited for.
+constexpr unsigned kLongestDraw = 300;  // milliseconds
+/// What is ready sooner comes without a wheel before it.
+constexpr unsigned kTimeToWheel = 250;  // milliseconds
+constexpr int kLongestOpenLabel = 26;   // characters
 
 /// Only a long label is cut: where room is short, the title gives way first, which can be cut
 /// and still be known.
@@ -47,8 +50,8 @@ void cancelDialogs(GtkWindow* window) {
 
 }  // namespace
 
-Panel::Panel(const Platform& platform, LiveViews& liveViews)
-    : platform_(platform), webViews_(liveViews) {
+Panel::Panel(const Platform& platform, LiveViews& liveViews, BackgroundQueue& preparing)
+    : platform_(platform), preparing_(preparing), webViews_(liveViews) {
   webViews_.onTakenUp = [this] {
     if (coming_.isPending()) coming_.after(0, [this] { appear(); });
   };
@@ -126,27 +129,49 @@ void Panel::show(const FileURL& url) {
   zoom_ = 1;
   facts_ = readItemFacts(url, platform_);
   webViews_.expect(facts_.size);
-  if (facts_.isLarge) return makeReady(url);
-  take(std::make_unique<Presentation>(url, context_));
+  if (facts_.isLarge) return makeReady();
+  ask();
 }
 
-/// The window comes first. While a file is made ready keys are answered and another item may be
-/// asked for; a folder is listed by the thread that draws, but not when somebody walks past it.
-void Panel::makeReady(const FileURL& url) {
+/// Has the item's preview made, by the thread that draws, and shows it.
+void Panel::ask() { take(std::make_unique<Presentation>(*url_, context_)); }
+
+/// Keys are answered meanwhile, and another item may be asked for.
+void Panel::makeReady() {
   const ui::View wheel = ui::Overlay{{ui::ProgressIndicator{}}};  // in the middle, not all over
   waiting_ = std::make_unique<Element>(wheel, Axis::None, context_);
+  gtk_widget_set_opacity(waiting_->widget(), 0);
+  wheel_.after(kTimeToWheel, [this] { gtk_widget_set_opacity(waiting_->widget(), 1); });
   setContent(waiting_->widget());
-  if (isFolder()) {
-    appear();
-    return listing_.after(kTimeToDraw,
-                          [this, url] { take(std::make_unique<Presentation>(url, context_)); });
-  }
-  preparation_ = std::make_unique<Preparation>(url, platform_, [this](PreparedPreview prepared) {
+  if (facts_.isFolder) return listOnceDrawn();
+  prepareBeside();
+}
+
+void Panel::prepareBeside() {
+  webViews_.warmUp();
+  const auto onReady = [this](PreparedPreview prepared) {
     preparation_.reset();
+    const auto* error = std::get_if<ErrorRecord>(&prepared.preview);
+    if (error != nullptr && error->code == EISDIR && error->domain == kPosixErrorDomain)
+      return ask();  // a folder has taken the file's place
     take(std::make_unique<Presentation>(std::move(prepared), context_));
     if (zoom_ != 1) setZoomLevel(zoom_);
-  });
+  };
+  preparation_ = std::make_unique<Preparation>(*url_, platform_, preparing_, onReady);
   comeSoon();
+}
+
+/// A folder is listed by the thread that draws. So the window turns to it first, and whoever walks
+/// on at once waits for no listing.
+void Panel::listOnceDrawn() {
+  appear();
+  listing_.after(kLongestDraw, [this] { ask(); });
+  const auto drawn = +[](GdkFrameClock*, gpointer self) {
+    auto* panel = static_cast<Panel*>(self);
+    panel->listing_.after(0, [panel] { panel->ask(); });
+  };
+  drawn_ = std::make_unique<SignalHandler>(gtk_widget_get_frame_clock(GTK_WIDGET(window_)),
+                                           "after-paint", G_CALLBACK(drawn), this);
 }
 
 void Panel::take(std::unique_ptr<Presentation> presentation) {
@@ -158,7 +183,7 @@ void Panel::take(std::unique_ptr<Presentation> presentation) {
     setContent(presentation_->widget());
     presentation_->onChanged = [this] { contentChanged(); };
   }
-  waiting_.reset();
+  dropWaiting();
   if (!webViews_.isTakingUp()) return appear();
   comeSoon();
 }
@@ -204,9 +229,14 @@ void Panel::close() {
   if (onClosed) onClosed();
 }
 
+/// What comes late does not take the keys from what the person has gone to meanwhile, the menu
+/// perhaps.
 void Panel::setContent(GtkWidget* content) {
+  GtkWidget* const focus = gtk_root_get_focus(GTK_ROOT(window_));
+  const bool isElsewhere = focus != nullptr && focus != contentBin_ &&
+                           gtk_widget_is_ancestor(focus, contentBin_) == FALSE;
   adw_bin_set_child(ADW_BIN(contentBin_), content);
-  focusDocument();
+  if (!isElsewhere) focusDocument();
 }
 
 /// Where nothing is that could take the keys, as in an empty folder, the content as a whole does:
@@ -244,8 +274,14 @@ void Panel::dropContent() {
   gtk_window_set_focus(window_, nullptr);
   adw_bin_set_child(ADW_BIN(contentBin_), nullptr);
   presentation_.reset();
+  dropWaiting();
+}
+
+void Panel::dropWaiting() {
   preparation_.reset();
+  drawn_.reset();
   listing_.cancel();
+  wheel_.cancel();
   waiting_.reset();
 }
 
@@ -257,7 +293,7 @@ void Panel::fitWindow() {
   if (givenSize_ && *givenSize_ != Size{width, height}) isSizedByPerson_ = true;
   if (isSizedByPerson_ || isOnScreen()) return;
   const bool isItem = presentation_ || waiting_;
-  const ContentShape shape = isItem ? shapeOf(*url_, isFolder()) : ContentShape::Message;
+  const ContentShape shape = isItem ? shapeOf(*url_, facts_.isFolder) : ContentShape::Message;
   givenSize_ = initialSize(shape, workAreaFor(GTK_WIDGET(window_)));
   gtk_window_set_default_size(window_, givenSize_->width, givenSize_->height);
 }

@@ -29,8 +29,9 @@ enum class SelectionStep { Up, Down, Left, Right };
 ///     content         a presentation's root surface, or a calm page that says why there is none
 class Panel {
  public:
-  /// All are borrowed.
-  Panel(const Platform& platform, LiveViews& liveViews);
+  /// All are borrowed. Large files are made ready by `preparing`.
+  Panel(const Platform& platform, LiveViews& liveViews,
+        BackgroundQueue& preparing = preparationQueue());
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
   ~Panel();
@@ -71,8 +72,10 @@ class Panel {
   GtkWidget* buildContent();
   void renewKeys();
   bool isOnScreen() const { return gtk_widget_get_visible(GTK_WIDGET(window_)) == TRUE; }
-  bool isFolder() const { return facts_.contentType == "inode/directory"; }
-  void makeReady(const FileURL& url);
+  void makeReady();
+  void prepareBeside();
+  void listOnceDrawn();
+  void ask();
   void take(std::unique_ptr<Presentation> presentation);
   /// Has the window come when the engine is ready for it, or shortly after.
   void comeSoon();
@@ -82,6 +85,7 @@ class Panel {
   void showCrash();
   void setContent(GtkWidget* content);
   void dropContent();
+  void dropWaiting();
   void updateHeader();
   void updateCommands();
   /// Hands the keys to what is shown, past the picker of its modes.
@@ -101,6 +105,7 @@ class Panel {
   static gboolean closeRequested(GtkWindow*, gpointer self);
 
   const Platform& platform_;
+  BackgroundQueue& preparing_;
   DesktopWebViews webViews_;
   RenderContext context_{platform_, webViews_};
   GtkWindow* window_ = nullptr;
@@ -115,7 +120,9 @@ class Panel {
   std::unique_ptr<Presentation> presentation_;
   /// While a large item is made ready: what stands in its place, and what makes it.
   std::unique_ptr<Element> waiting_;
+  Deferred wheel_;
   std::unique_ptr<Preparation> preparation_;
+  std::unique_ptr<SignalHandler> drawn_;
   Deferred listing_;
   std::optional<FileURL> url_;
   ItemFacts facts_;

@@ -19,21 +19,33 @@ struct PreparedPreview {
   std::optional<PreparedPage> page;
 };
 
+/// The queue for preparations: a few threads of their own, which no folder's size keeps waiting,
+/// nor any file but those whose file system does not answer.
+BackgroundQueue& preparationQueue();
+
 /// Makes the preview of a large file on another thread: of 50 MB, reading it and building and
 /// writing the page take up to half a second, in which the panel would answer no key.
 class Preparation {
  public:
-  /// Begins. `platform` is borrowed. `onReady` is called on the main thread in a later turn, unless
-  /// this object has gone by then; it may destroy the object.
-  Preparation(const FileURL& url, const Platform& platform,
+  /// Begins. `platform` and `queue` are borrowed. `onReady` is called on the main thread in a later
+  /// turn, unless this object has gone by then; it may destroy the object.
+  Preparation(FileURL url, const Platform& platform, BackgroundQueue& queue,
               std::function<void(PreparedPreview)> onReady);
   Preparation(const Preparation&) = delete;
   Preparation& operator=(const Preparation&) = delete;
-  /// Nobody wants it any more: the thread ends with the step that it is at.
+  /// Nobody wants it any more: the thread ends with the step that it is at, and nothing is told of
+  /// how it went.
   ~Preparation();
 
  private:
   struct Work;
+  void begin();
+  void end();
+
+  const FileURL url_;
+  const Platform& platform_;
+  BackgroundQueue& queue_;
+  std::function<void(PreparedPreview)> onReady_;
   std::shared_ptr<Work> work_;
 };
 

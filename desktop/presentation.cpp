@@ -22,7 +22,7 @@ Presentation::Presentation(PreparedPreview prepared, RenderContext& context)
   if (prepared.page) context.webViews.offer(*std::move(prepared.page));
   controller_.takePreparedFile(std::move(prepared.preview),
                                [this](const auto& error) { error_ = error; });
-  showChildren(context, HostedWidget::Appearing::Before);
+  showChildren(context, HostedWidget::Appearing::Already);
 }
 
 void Presentation::showChildren(RenderContext& context, HostedWidget::Appearing appearing) {

@@ -108,7 +108,7 @@ void DesktopWebViews::expect(std::uint64_t bytes) {
 }
 
 std::optional<WrittenPage> DesktopWebViews::takeWritten(const ui::SharedText& page) {
-  // Where both are the same memory, as ever so far, the texts are not compared.
+  // Both are the same memory then; the texts are not compared.
   if (!prepared_ || prepared_->html != page) return std::nullopt;
   std::optional<WrittenPage> file(std::move(prepared_->file));
   prepared_.reset();

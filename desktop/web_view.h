@@ -71,6 +71,8 @@ class DesktopWebViews final : public WebViewFactory {
 
   /// Tells how large the item is that is shown next. To be called before its pages are made.
   void expect(std::uint64_t bytes);
+  /// Has a view started that the item can have once it is ready.
+  void warmUp() { liveViews_.warmUp(); }
   /// Hands over a page of that item that has been written already.
   void offer(PreparedPage page) { prepared_.emplace(std::move(page)); }
   /// The file that was written of this page, for its first load.

@@ -85,9 +85,9 @@ class FileViewBuilder {
 
 // A page that does not fit in memory is an error like a file that does not.
 FilePreview prepareFile(const FileURL& url, const std::function<bool()>& isDark,
-                        const StringTable& strings) {
+                        const StringTable& strings, const std::function<bool()>& isWanted) {
   try {
-    std::variant<PreviewedFile, ErrorRecord> file = PreviewedFile::load(url);
+    std::variant<PreviewedFile, ErrorRecord> file = PreviewedFile::load(url, isWanted);
     if (auto* error = std::get_if<ErrorRecord>(&file)) return std::move(*error);
     return FileViewBuilder(url, std::get<PreviewedFile>(std::move(file)), isDark(), strings)
         .build();

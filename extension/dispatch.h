@@ -32,8 +32,12 @@ using FilePreview = std::variant<ui::HostedView, ErrorRecord>;
 /// Reads the file at `url`, which is no folder, and builds its view for the appearance that
 /// `isDark` tells, which is asked once the file has been read. On any thread. `strings` is borrowed
 /// by the view.
+///
+/// Until a host draws it the view is the caller's alone, so it may appear on that thread too: the
+/// views of files do nothing but compute then. `isWanted` is asked now and then; after a no the
+/// result is of no use.
 FilePreview prepareFile(const FileURL& url, const std::function<bool()>& isDark,
-                        const StringTable& strings);
+                        const StringTable& strings, const std::function<bool()>& isWanted = {});
 
 /// What a preview ends with that does not fit in memory, whether its file, its page or another
 /// part.

@@ -22,6 +22,7 @@ namespace {
 constexpr std::size_t kHugePage = std::size_t{2} * 1024 * 1024;
 constexpr std::size_t kSmallestCapacity = std::size_t{16} * 1024;
 constexpr std::size_t kBeginning = std::size_t{64} * 1024;
+constexpr std::size_t kBetweenTests = std::size_t{16} * 1024 * 1024;
 
 ErrorRecord posixError(int code) {
   return {kPosixErrorDomain, code, std::generic_category().message(code)};
@@ -55,20 +56,24 @@ FileContents::~FileContents() {
 // Fills one FileContents. All functions return 0 or an errno.
 class FileReading {
  public:
-  int read(int descriptor, std::size_t expectedSize, BeginningTest isWorthReading) {
+  int read(int descriptor, std::size_t expectedSize, const ReadingTest& isWorthReadingOn) {
     // One byte more than expected lets the read that meets the end of the file be the last.
     const std::size_t expected = expectedSize + 1;
-    bool isTested = isWorthReading == nullptr;
-    if (const int error = grow(isTested ? expected : std::min(expected, kBeginning))) return error;
+    const bool isTested = static_cast<bool>(isWorthReadingOn);
+    std::size_t nextTest = isTested ? kBeginning : std::numeric_limits<std::size_t>::max();
+    // A file that fails the first test needs no more memory than for that.
+    if (const int error = grow(std::min(expected, nextTest))) return error;
     for (;;) {
+      if (contents_.size_ == nextTest) {
+        if (!isWorthReadingOn(contents_.bytes())) return 0;
+        nextTest += kBetweenTests;
+      }
       if (contents_.size_ == contents_.capacity_) {
-        if (!isTested && !isWorthReading(contents_.bytes())) return 0;
-        isTested = true;
         if (contents_.capacity_ > std::numeric_limits<std::size_t>::max() / 2) return EFBIG;
         if (const int error = grow(std::max(expected, contents_.capacity_ * 2))) return error;
       }
       const ssize_t count = ::read(descriptor, contents_.memory_ + contents_.size_,
-                                   contents_.capacity_ - contents_.size_);
+                                   std::min(contents_.capacity_, nextTest) - contents_.size_);
       if (count == 0) return 0;
       if (count > 0) {
         contents_.size_ += static_cast<std::size_t>(count);
@@ -99,7 +104,7 @@ class FileReading {
 };
 
 std::variant<FileContents, ErrorRecord> readFile(const std::string& path,
-                                                 BeginningTest isWorthReading) {
+                                                 const ReadingTest& isWorthReadingOn) {
   struct stat status = {};
   // Opening a device can act on it (a tape rewinds), so it is looked at before it is opened; and
   // since another item may take its place in between, it is looked at again, opened without
@@ -115,7 +120,7 @@ std::variant<FileContents, ErrorRecord> readFile(const std::string& path,
 
   FileReading reading;
   const auto size = static_cast<std::size_t>(status.st_size);
-  if (const int error = reading.read(file.get(), size, isWorthReading)) return posixError(error);
+  if (const int error = reading.read(file.get(), size, isWorthReadingOn)) return posixError(error);
   return reading.take();
 }
 

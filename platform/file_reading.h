@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -29,15 +30,15 @@ class FileContents {
 };
 
 /// Whether a file that begins with these bytes is to be read on.
-using BeginningTest = bool (*)(std::string_view beginning);
+using ReadingTest = std::function<bool(std::string_view soFar)>;
 
-/// Reads the whole file at `path`, or no more than its first 64 KB when these fail
-/// `isWorthReading`: a film of 8 GB is not read through to find that it is no text. The error is in
-/// the domain "POSIX" and carries the errno and the system's text for it. Only regular files are
-/// read: a pipe, socket or device is refused (ENOTSUP) before it can block, a directory with
-/// EISDIR. Memory is the file's size and a constant.
+/// Reads the whole file at `path`, or less of it: `isWorthReadingOn` is asked after the first 64 KB
+/// and again after each further 16 MB, and the first no ends the reading without an error. The
+/// error is in the domain "POSIX" and carries the errno and the system's text for it. Only regular
+/// files are read: a pipe, socket or device is refused (ENOTSUP) before it can block, a directory
+/// with EISDIR. Memory is the file's size and a constant.
 std::variant<FileContents, ErrorRecord> readFile(const std::string& path,
-                                                 BeginningTest isWorthReading = nullptr);
+                                                 const ReadingTest& isWorthReadingOn = {});
 
 /// Whether `path` exists and is a directory, links followed.
 bool isExistingDirectory(const std::string& path);

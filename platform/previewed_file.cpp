@@ -21,9 +21,14 @@ PreviewKind previewKindOf(const FileURL& url) {
   return previewKindOfFile(lowercasedExtension(url));
 }
 
-std::variant<PreviewedFile, ErrorRecord> PreviewedFile::load(const FileURL& url) {
-  // What a beginning that is no text leaves unread changes nothing about the answer.
-  std::variant<FileContents, ErrorRecord> contents = readFile(url.path(), canBeginUtf8);
+std::variant<PreviewedFile, ErrorRecord> PreviewedFile::load(
+    const FileURL& url, const std::function<bool()>& isWanted) {
+  bool isText = false;
+  const auto isWorthReadingOn = [&](std::string_view soFar) {
+    isText = isText || canBeginUtf8(soFar);
+    return isText && (!isWanted || isWanted());
+  };
+  std::variant<FileContents, ErrorRecord> contents = readFile(url.path(), isWorthReadingOn);
   if (auto* error = std::get_if<ErrorRecord>(&contents)) return std::move(*error);
 
   PreviewedFile file;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -18,8 +19,12 @@ PreviewKind previewKindOf(const FileURL& url);
 class PreviewedFile {
  public:
   /// Reads the item at `url`, which is no folder, tells its kind from its name and decodes it. An
-  /// error of reading is in the domain "POSIX", one of decoding in "Lumisk".
-  static std::variant<PreviewedFile, ErrorRecord> load(const FileURL& url);
+  /// error of reading is in the domain "POSIX", one of decoding in "Lumisk". A film of 8 GB is not
+  /// read through to find that it is no text: its beginning tells.
+  ///
+  /// `isWanted` is asked now and then; after a no the result is of no use.
+  static std::variant<PreviewedFile, ErrorRecord> load(const FileURL& url,
+                                                       const std::function<bool()>& isWanted = {});
 
   PreviewKind kind() const { return kind_; }
   /// The path extension in lower case.

@@ -33,8 +33,9 @@ concept HasState = requires(V& view, std::function<void()> onChange) {
 ///
 /// A host sets `onChange`, calls `onAppear` when it puts the view on screen, draws `body()`, and
 /// after each change calls `body()` again, compares with the last value and touches what differs.
-/// A change may be reported while `onAppear` runs and from inside an action of a body. Actions
-/// stay valid for as long as somebody holds them, this object's end included.
+/// A view whose type says so may appear on another thread before. A change may be reported while
+/// `onAppear` runs and from inside an action of a body. Actions stay valid for as long as somebody
+/// holds them, this object's end included.
 class HostedView {
  public:
   template <Hostable V>

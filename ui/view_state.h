@@ -10,7 +10,7 @@ namespace lumisk::ui {
 ///
 /// A view is a value and its callbacks outlive the call that made them, so what they write must not
 /// be part of the value. Work that lands after the view has gone writes into a record that nobody
-/// shows any more. Main thread only.
+/// shows any more. Main thread only; before a host has set `onChange`, one thread at a time.
 template <typename Record>
 class ViewState {
  public:

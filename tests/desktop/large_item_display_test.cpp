@@ -6,6 +6,7 @@
 #include <mutex>
 #include <thread>
 
+#include "folder/folder_preview_view.h"
 #include "panel_test.h"
 
 namespace lumisk::test {
@@ -25,7 +26,7 @@ class HeldQueue final : public BackgroundQueue {
   }
 
  private:
-  std::deque<Task> tasks_;
+  std::vector<Task> tasks_;
 };
 
 std::string repeated(const std::string& line, std::size_t bytes) {
@@ -42,8 +43,14 @@ class LargeItem : public PanelTest {
     writeAll(folder_ / "large.json", "[" + repeated("{\"tide\": [1, 2]},", kBytes) + "0]");
     writeAll(folder_ / "large.bin", repeated("\xFF\xFE", kBytes));
     writeAll(folder_ / "small.txt", "small\n");
+    makePanel(queue_);
+  }
+  ~LargeItem() override { panel_.reset(); }
+
+  void makePanel(BackgroundQueue& queue) {
     panel_.reset();
-    panel_ = std::make_unique<desktop::Panel>(platform_, Program::shared().liveViews);
+    panel_ = std::make_unique<desktop::Panel>(Program::shared().platform.platform(),
+                                              Program::shared().liveViews, queue);
     panel_->onPageFinished = [this] { ++finishedLoads_; };
     panel_->onClosed = [this] { ++closings_; };
   }
@@ -62,22 +69,20 @@ class LargeItem : public PanelTest {
   bool isLoaded() {
     return runUntil([&] { return finishedLoads_ > 0; });
   }
-  fs::path pages() const { return fs::path(*platform_.caches.path()) / "LumiskHTML"; }
-  std::string pageFile() const { return readAll(pages() / "preview.html"); }
+  static fs::path pages() {
+    return fs::path(*Program::shared().platform.platform().caches.path()) / "LumiskHTML";
+  }
+  static std::string pageFile() { return readAll(pages() / "preview.html"); }
   /// What lies beside the page file and is to take its place.
-  std::vector<fs::path> writtenPages() const {
+  static std::vector<fs::path> writtenPages() {
     std::vector<fs::path> found;
-    for (const auto& entry : fs::directory_iterator(pages()))
+    std::error_code missing;
+    for (const auto& entry : fs::directory_iterator(pages(), missing))
       if (entry.path().filename() != "preview.html") found.push_back(entry.path());
     return found;
   }
 
   HeldQueue queue_;
-  Platform platform_ = [this] {
-    const Platform& of = Program::shared().platform.platform();
-    return Platform{of.mainQueue, queue_,   of.appearance,  of.strings, of.makeDateFormatter,
-                    of.collation, of.icons, of.hiddenNames, of.caches,  of.standardOutput};
-  }();
 };
 
 TEST_F(LargeItem, HasTheWindowComeBeforeItIsReady) {
@@ -192,10 +197,18 @@ TEST_F(LargeItem, IsShownAtTheZoomThatWasChosenMeanwhile) {
 TEST_F(LargeItem, ThatIsAFolderIsListedOnceTheWindowHasTurnedToIt) {
   makeLargeFolder(folder_ / "large folder");
   request("large folder");
-  EXPECT_EQ(panel_->presentation(), nullptr);
   EXPECT_TRUE(isOnScreen());
   EXPECT_STREQ(gtk_window_get_title(panel_->window()), "large folder");
   EXPECT_EQ(queue_.size(), 0U);
+  int framesBefore = 0;
+  const auto count = +[](GdkFrameClock*, gpointer frames) { ++*static_cast<int*>(frames); };
+  {
+    const desktop::SignalHandler drawn(gtk_widget_get_frame_clock(GTK_WIDGET(panel_->window())),
+                                       "after-paint", G_CALLBACK(count), &framesBefore);
+    ASSERT_TRUE(runUntil([&] { return framesBefore > 0 || panel_->presentation() != nullptr; }));
+  }
+  EXPECT_GT(framesBefore, 0);
+  EXPECT_EQ(panel_->presentation(), nullptr);
   ASSERT_TRUE(isShown());
   ASSERT_TRUE(runUntil([&] { return desktop::findShownDocument(panel_->content()).scrolled; }));
   runFor(200);
@@ -210,6 +223,73 @@ TEST_F(LargeItem, ThatIsAFolderIsNotListedForWhoWalksPastIt) {
   runFor(200);
   EXPECT_NE(panel_->webViews().latestView(), nullptr) << "the file is still shown";
   EXPECT_EQ(queue_.size(), 0U) << "nor is the folder's size summed up";
+}
+
+TEST_F(LargeItem, ThatHasBecomeAFolderIsShownAsOne) {
+  request("large.txt");
+  fs::remove(folder_ / "large.txt");
+  fs::create_directory(folder_ / "large.txt");
+  writeAll(folder_ / "large.txt/inside", "x");
+  queue_.runAll();
+  ASSERT_TRUE(isShown());
+  ASSERT_NE(panel_->presentation()->view(), nullptr);
+  EXPECT_NE(panel_->presentation()->view()->as<FolderPreviewView>(), nullptr);
+}
+
+TEST_F(LargeItem, ThatHasGoneIsSaidToBe) {
+  request("large.txt");
+  fs::remove(folder_ / "large.txt");
+  queue_.runAll();
+  ASSERT_TRUE(runUntil([&] { return !panel_->isMakingReady(); }));
+  EXPECT_TRUE(textOfTheContent().starts_with("large.txt\nThis item is no longer there.\n"));
+}
+
+TEST_F(LargeItem, HasTheAppearanceOfTheMomentWhenItIsShown) {
+  const auto turn = [](AdwColorScheme scheme) {
+    adw_style_manager_set_color_scheme(adw_style_manager_get_default(), scheme);
+  };
+  turn(ADW_COLOR_SCHEME_FORCE_LIGHT);
+  request("large.txt");
+  queue_.runAll();
+  turn(ADW_COLOR_SCHEME_FORCE_DARK);
+  ASSERT_TRUE(runUntil([&] { return queue_.size() == 1; })) << "made anew";
+  EXPECT_EQ(panel_->presentation(), nullptr);
+  queue_.runAll();
+  ASSERT_TRUE(isShown());
+  EXPECT_NE(pageFile().find("#1e1e1e"), std::string::npos);
+  turn(ADW_COLOR_SCHEME_DEFAULT);
+}
+
+TEST_F(LargeItem, LeavesTheKeysToTheMenuThatWasOpenedMeanwhile) {
+  request("large.txt");
+  ASSERT_TRUE(runUntil([&] { return gtk_window_is_active(panel_->window()) == TRUE; }));
+  press("F10");
+  const auto isInMenu = [&] {
+    return focus() != nullptr && gtk_widget_get_ancestor(focus(), GTK_TYPE_POPOVER) != nullptr;
+  };
+  ASSERT_TRUE(runUntil(isInMenu));
+  queue_.runAll();
+  ASSERT_TRUE(isShown());
+  runFor(100);
+  EXPECT_TRUE(isInMenu());
+}
+
+// The threads that make items ready in earnest, beside a person who goes from one to the next.
+TEST_F(LargeItem, LeavesNothingBehindWhenManyAreGivenUp) {
+  desktop::GlibBackgroundQueue queue(2);
+  makePanel(queue);
+  const char* const names[] = {"large.txt", "large.json", "large.bin", "small.txt"};
+  for (int i = 0; i < 40; ++i) {
+    request(names[i % 4]);
+    runFor(static_cast<unsigned>(i % 5) * 4);
+    if (i % 7 == 0) panel_->close();
+    if (i % 13 == 0) makePanel(queue);
+  }
+  request("large.json");
+  ASSERT_TRUE(isShown());
+  ASSERT_TRUE(isLoaded());
+  EXPECT_TRUE(runUntil([] { return writtenPages().empty(); })) << "also of those under way";
+  EXPECT_NE(evaluate(page(), "document.body.innerText").find("tide"), std::string::npos);
 }
 
 TEST_F(LargeItem, MayBeAskedForAnew) {

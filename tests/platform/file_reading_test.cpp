@@ -11,6 +11,7 @@
 #include <string_view>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "platform/argument_url.h"
 #include "platform/previewed_file.h"
@@ -62,6 +63,23 @@ TEST(FileReading, ReadsNoMoreThanABeginningThatIsNotWorthIt) {
   const auto result = readFile(folder / "file", [](std::string_view) { return false; });
   ASSERT_TRUE(std::holds_alternative<FileContents>(result));
   EXPECT_EQ(std::get<FileContents>(result).bytes().size(), 65'536U);
+}
+
+TEST(FileReading, StopsWhereItIsNotWantedAnyMore) {
+  const TemporaryFolder folder;
+  writeAll(folder / "file", "");
+  std::filesystem::resize_file(folder / "file", 100 << 20);
+  std::vector<std::size_t> asked;
+  const auto isWanted = [&](std::string_view soFar) {
+    asked.push_back(soFar.size());
+    return asked.size() < 3;
+  };
+  const auto result = readFile(folder / "file", isWanted);
+  ASSERT_TRUE(std::holds_alternative<FileContents>(result));
+  constexpr std::size_t kFirst = 64 << 10;
+  constexpr std::size_t kBetween = 16 << 20;
+  EXPECT_EQ(asked, (std::vector<std::size_t>{kFirst, kFirst + kBetween, kFirst + 2 * kBetween}));
+  EXPECT_EQ(std::get<FileContents>(result).bytes().size(), asked.back());
 }
 
 TEST(FileReading, ReadsFilesWhoseSizeIsNotTold) {
