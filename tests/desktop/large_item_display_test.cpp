@@ -272,6 +272,8 @@ TEST_F(LargeItem, LeavesTheKeysToTheMenuThatWasOpenedMeanwhile) {
   ASSERT_TRUE(isShown());
   runFor(100);
   EXPECT_TRUE(isInMenu());
+  press("Escape");
+  EXPECT_TRUE(runUntil([&] { return !isInMenu(); }));
 }
 
 // The threads that make items ready in earnest, beside a person who goes from one to the next.
