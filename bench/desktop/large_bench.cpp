@@ -38,6 +38,7 @@ class KeyProbe {
     isWaiting_ = true;
     screen_.press(XK_Down);
   }
+  bool isWaiting() const { return isWaiting_; }
   double longest() const { return longest_; }
   int count() const { return count_; }
 
@@ -62,7 +63,8 @@ void showLarge(const VisibleScreen& screen, const Documents& documents, const ch
   double nextLook = 0;
   const auto meanwhile = [&](double time) {
     keys.look(time);
-    if (time < nextLook) return;
+    // Reading the memory of gigabytes takes time itself, which is no answer's.
+    if (time < nextLook || keys.isWaiting()) return;
     nextLook = time + 1;
     mostMemory = std::max(mostMemory, memoryOf(processTree(previewer.process())));
   };
