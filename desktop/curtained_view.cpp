@@ -4,9 +4,9 @@ namespace lumisk::desktop {
 namespace {
 
 struct CurtainedView {
-  WebKitWebView parent;
-  gboolean isClosed;
-  Placement placement;  // all zero in a new object
+  WebKitWebView parent = {};
+  gboolean isClosed = FALSE;
+  Placement placement;
 };
 struct CurtainedViewClass {
   WebKitWebViewClass parent;

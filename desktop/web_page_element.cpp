@@ -2,14 +2,16 @@
 
 #include <adwaita.h>
 
+#include <utility>
+
 #include "desktop/accessible_name.h"
 #include "desktop/node_elements.h"
 #include "desktop/texts.h"
 
 namespace lumisk::desktop {
 
-WebPageElement::WebPageElement(const ui::WebPage& page, RenderContext& context)
-    : context_(context), page_(page), bin_(GRef<GtkWidget>::retain(adw_bin_new())) {
+WebPageElement::WebPageElement(ui::WebPage page, RenderContext& context)
+    : context_(context), page_(std::move(page)), bin_(GRef<GtkWidget>::retain(adw_bin_new())) {
   context_.webViews.announce(page_.htmlContent);
   host_ = std::make_unique<PageHost>(page_, context_.webViews, context_.platform.caches,
                                      context_.webViews.takeWritten(page_.htmlContent));

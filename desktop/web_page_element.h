@@ -9,7 +9,9 @@ namespace lumisk::desktop {
 /// A web page and its web view, which stays as long as the node keeps its place.
 class WebPageElement final : public NodeElement {
  public:
-  WebPageElement(const ui::WebPage& page, RenderContext& context);
+  WebPageElement(ui::WebPage page, RenderContext& context);
+  WebPageElement(const WebPageElement&) = delete;
+  WebPageElement& operator=(const WebPageElement&) = delete;
   ~WebPageElement() override;
 
   GtkWidget* widget() const override { return bin_.get(); }
