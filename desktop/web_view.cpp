@@ -108,8 +108,8 @@ void DesktopWebViews::expect(std::uint64_t bytes) {
 }
 
 std::optional<WrittenPage> DesktopWebViews::takeWritten(const ui::SharedText& page) {
-  // Both are the same memory then; the texts are not compared.
-  if (!prepared_ || prepared_->html != page) return std::nullopt;
+  // The same text in the same memory: one that was built again is another, and not to be compared.
+  if (!prepared_ || prepared_->html.data() != page.data()) return std::nullopt;
   std::optional<WrittenPage> file(std::move(prepared_->file));
   prepared_.reset();
   return file;

@@ -133,6 +133,7 @@ class CachesDirectoryDeathTest : public testing::Test {
       if (caches.path() != own || !std::filesystem::is_directory(own)) return 1;
       std::filesystem::create_directory(own + "/LumiskHTML");
       writeAll(own + "/LumiskHTML/preview.html", "a page");
+      writeAll(own + "/LumiskHTML/.preview-1.tmp", "a page that nobody has taken up");
     }
     return std::filesystem::exists(own) ? 2 : 0;
   }

@@ -131,6 +131,13 @@ TEST_F(LargeItem, HasItsPageBuiltAndWrittenOnTheOtherThread) {
   }
 }
 
+TEST_F(LargeItem, HasItsWebViewStartedMeanwhile) {
+  desktop::LiveViews none(Program::shared().engine);
+  desktop::Panel panel(Program::shared().platform.platform(), none, queue_);
+  panel.show(FileURL::fromPath((folder_ / "large.txt").string()));
+  EXPECT_TRUE(none.hasWarmView());
+}
+
 TEST_F(LargeItem, GivesWayToTheNext) {
   request("large.txt");
   request("large.json");

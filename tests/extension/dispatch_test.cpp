@@ -220,6 +220,15 @@ TEST_F(Dispatch, AFileThatCouldNotBePreparedIsAnsweredTheSame) {
   EXPECT_EQ(desktop_.log, log);
 }
 
+TEST_F(Dispatch, AFileThatIsPreparedMayBeGivenUp) {
+  writeAll(folder_ / "long.txt", std::string(1 << 20, 'x'));
+  bool isAsked = false;
+  const auto isWanted = [&] { return !(isAsked = true); };
+  prepareFile(
+      urlOf("long.txt"), [] { return false; }, desktop_.platform().strings, isWanted);
+  EXPECT_TRUE(isAsked);
+}
+
 TEST_F(Dispatch, ThePageOfAFileIsTheOneThatItsBodyShows) {
   for (const char* name : {"a.md", "a.csv", "a.json", "a.jsonl", "a.txt"}) {
     request(name, "{\"a\": 1}");

@@ -185,6 +185,22 @@ TEST(PreviewedFile, AFilmIsNotReadThroughToFindThatItIsNoText) {
   EXPECT_EQ(reason->domain, kLumiskErrorDomain);
 }
 
+// Again more than there is memory for.
+TEST(PreviewedFile, WhatIsNotWantedAnyMoreIsNotReadOn) {
+  const TemporaryFolder folder;
+  writeAll(folder / "log.txt", "text");
+  std::error_code error;
+  std::filesystem::resize_file(folder / "log.txt", std::uintmax_t{1} << 40, error);
+  if (error) GTEST_SKIP() << "no file of a terabyte here: " << error.message();
+  int asked = 0;
+  const auto result = PreviewedFile::load(FileURL::fromPath((folder / "log.txt").string()), [&] {
+    ++asked;
+    return false;
+  });
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(std::holds_alternative<PreviewedFile>(result)) << "not read through";
+}
+
 TEST(PreviewedFile, KindIsToldFromTheNameAlone) {
   EXPECT_EQ(previewKindOf(FileURL::fromPath("/x/data.TSV")), PreviewKind::Table);
   EXPECT_EQ(previewKindOf(FileURL::fromPath("/x/md")), PreviewKind::Code);
