@@ -26,10 +26,6 @@ namespace lumisk::ui {
 //
 // Only what the previews use is here: there are no grids, no buttons, no text fields.
 
-// A variant compares with an exception in its signature, for the case that it lost its value while
-// it was assigned to; no move of these kinds can fail, so none ever does.
-// NOLINTBEGIN(bugprone-exception-escape)
-
 struct View;
 
 /// Room between the children of a stack; absent means the toolkit's usual one.
@@ -196,6 +192,11 @@ struct View {
 
   template <typename Kind>
   requires kIsAlternative<Kind, Node> View(Kind kind) : node(std::move(kind)) {}
+  View(const View& other);
+  View(View&& other) noexcept;
+  View& operator=(const View& other);
+  View& operator=(View&& other) noexcept;
+  ~View();
 
   /// This view with one more modifier around it.
   View with(Modifier modifier) && {
@@ -205,19 +206,5 @@ struct View {
 
   bool operator==(const View& other) const noexcept;
 };
-
-// Out of class, because the children are of a type that is complete only here; noexcept, because
-// clang 14 fails on a recursive defaulted comparison without it.
-inline bool VStack::operator==(const VStack& other) const noexcept = default;
-inline bool HStack::operator==(const HStack& other) const noexcept = default;
-inline bool Overlay::operator==(const Overlay& other) const noexcept = default;
-inline bool View::operator==(const View& other) const noexcept = default;
-
-inline Content::Content(View view) : view_(std::make_shared<const View>(std::move(view))) {}
-inline bool Content::operator==(const Content& other) const noexcept {
-  return view_ == other.view_ || *view_ == *other.view_;
-}
-
-// NOLINTEND(bugprone-exception-escape)
 
 }  // namespace lumisk::ui

@@ -7,9 +7,11 @@
 #include <string>
 
 #include "support/fake_strings.h"
+#include "support/files.h"
 #include "support/outlines.h"
 #include "support/recording_web_view.h"
 #include "ui/hosted_view.h"
+#include "ui/outline.h"
 #include "web/page_host.h"
 
 namespace lumisk {
