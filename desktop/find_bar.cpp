@@ -99,7 +99,10 @@ std::string FindBar::countText() const { return gtk_label_get_text(GTK_LABEL(cou
 
 void FindBar::open() {
   const ShownDocument shown = findTarget_();
-  if (shown.page == nullptr && shown.text == nullptr) return;
+  if (shown.page != nullptr || shown.text != nullptr) openAhead();
+}
+
+void FindBar::openAhead() {
   gtk_search_bar_set_search_mode(GTK_SEARCH_BAR(bar_.get()), TRUE);
   gtk_widget_grab_focus(entry_);
   gtk_editable_select_region(GTK_EDITABLE(entry_), 0, -1);

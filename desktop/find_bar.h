@@ -22,6 +22,8 @@ class FindBar {
   bool hasFocus() const;
   /// Does nothing where there is no text to look through.
   void open();
+  /// For a text that is still to come: it is looked through once it is there.
+  void openAhead();
   /// Closes it and takes the marks out of the document.
   void close();
   /// Another document may be shown in the place of the one before: another mode's, for one.

@@ -24,8 +24,6 @@ constexpr double kLargestZoom = 5;
 constexpr unsigned kLongestWait = 40;  // milliseconds
 /// A window that draws nothing for so long, as one that nobody sees, is not waited for.
 constexpr unsigned kLongestDraw = 300;  // milliseconds
-/// What is ready sooner comes without a wheel before it.
-constexpr unsigned kTimeToWheel = 250;  // milliseconds
 constexpr int kLongestOpenLabel = 26;   // characters
 
 /// Only a long label is cut: where room is short, the title gives way first, which can be cut
@@ -55,6 +53,7 @@ Panel::Panel(const Platform& platform, LiveViews& liveViews, BackgroundQueue& pr
   webViews_.onTakenUp = [this] {
     if (coming_.isPending()) coming_.after(0, [this] { appear(); });
   };
+  webViews_.onDrawn = [this] { wheel_->go(); };
   webViews_.onHistoryChanged = [this] { updateCommands(); };
   // The dying view is still calling; it goes once it has returned.
   webViews_.onTerminated = [this] { afterCrash_.after(0, [this] { showCrash(); }); };
@@ -76,8 +75,7 @@ void Panel::buildWindow() {
   window_ = GTK_WINDOW(adw_window_new());
   gtk_window_set_icon_name(window_, kApplicationId);
   installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
-  findBar_ = std::make_unique<FindBar>(
-      [this] { return content() == nullptr ? ShownDocument() : findShownDocument(content()); });
+  findBar_ = std::make_unique<FindBar>([this] { return shownDocument(); });
   GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
   gtk_box_append(GTK_BOX(box), buildHeader());
   gtk_box_append(GTK_BOX(box), findBar_->widget());
@@ -118,8 +116,11 @@ GtkWidget* Panel::buildContent() {
   gtk_event_controller_set_propagation_phase(wheel, GTK_PHASE_CAPTURE);
   g_signal_connect(wheel, "scroll", G_CALLBACK(&Panel::wheelTurned), this);
   gtk_widget_add_controller(contentBin_, wheel);
+  GtkWidget* place = gtk_overlay_new();
+  gtk_overlay_set_child(GTK_OVERLAY(place), contentBin_);
+  wheel_ = std::make_unique<WaitingWheel>(GTK_OVERLAY(place));
   toasts_ = adw_toast_overlay_new();
-  adw_toast_overlay_set_child(ADW_TOAST_OVERLAY(toasts_), contentBin_);
+  adw_toast_overlay_set_child(ADW_TOAST_OVERLAY(toasts_), place);
   return toasts_;
 }
 
@@ -138,11 +139,9 @@ void Panel::ask() { take(std::make_unique<Presentation>(*url_, context_)); }
 
 /// Keys are answered meanwhile, and another item may be asked for.
 void Panel::makeReady() {
-  const ui::View wheel = ui::Overlay{{ui::ProgressIndicator{}}};  // in the middle, not all over
-  waiting_ = std::make_unique<Element>(wheel, Axis::None, context_);
-  gtk_widget_set_opacity(waiting_->widget(), 0);
-  wheel_.after(kTimeToWheel, [this] { gtk_widget_set_opacity(waiting_->widget(), 1); });
-  setContent(waiting_->widget());
+  isMakingReady_ = true;
+  wheel_->comeSoon();
+  setContent(nullptr);
   if (facts_.isFolder) return listOnceDrawn();
   prepareBeside();
 }
@@ -179,11 +178,13 @@ void Panel::take(std::unique_ptr<Presentation> presentation) {
   if (const auto error = presentation_->error()) {
     presentation_.reset();
     showStatus(*error);
+    closeFindBar();
   } else {
     setContent(presentation_->widget());
     presentation_->onChanged = [this] { contentChanged(); };
   }
-  dropWaiting();
+  endPreparation();
+  if (!isWheelNeeded()) wheel_->go();
   if (!webViews_.isTakingUp()) return appear();
   comeSoon();
 }
@@ -242,19 +243,22 @@ void Panel::setContent(GtkWidget* content) {
 /// Where nothing is that could take the keys, as in an empty folder, the content as a whole does:
 /// the toolkit would give them to a button of the header, which Space would press.
 void Panel::focusDocument() const {
-  if (content() == nullptr) return;
-  const ShownDocument shown = findShownDocument(content());
+  const ShownDocument shown = shownDocument();
   GtkWidget* document = GTK_WIDGET(shown.page);
   if (document == nullptr) document = GTK_WIDGET(shown.text);
   gtk_widget_set_focusable(contentBin_, FALSE);
-  const bool isTaken = document != nullptr
-                           ? gtk_widget_grab_focus(document)
-                           : gtk_widget_child_focus(
-                                 shown.scrolled != nullptr ? GTK_WIDGET(shown.scrolled) : content(),
-                                 GTK_DIR_TAB_FORWARD);
+  GtkWidget* const other = shown.scrolled != nullptr ? GTK_WIDGET(shown.scrolled) : contentBin_;
+  const bool isTaken = document != nullptr ? gtk_widget_grab_focus(document)
+                                           : gtk_widget_child_focus(other, GTK_DIR_TAB_FORWARD);
   if (isTaken) return;
   gtk_widget_set_focusable(contentBin_, TRUE);
   gtk_widget_grab_focus(contentBin_);
+}
+
+void Panel::closeFindBar() const {
+  if (!findBar_->isOpen()) return;
+  findBar_->close();
+  focusDocument();
 }
 
 /// A layer that is not shown any more, as after a click on another mode, has let go of the focus.
@@ -274,15 +278,21 @@ void Panel::dropContent() {
   gtk_window_set_focus(window_, nullptr);
   adw_bin_set_child(ADW_BIN(contentBin_), nullptr);
   presentation_.reset();
-  dropWaiting();
+  endPreparation();
+  wheel_->go();
 }
 
-void Panel::dropWaiting() {
+void Panel::endPreparation() {
+  isMakingReady_ = false;
   preparation_.reset();
   drawn_.reset();
   listing_.cancel();
-  wheel_.cancel();
-  waiting_.reset();
+}
+
+/// A large page is handed to the engine seconds before there is anything of it to see. Some views
+/// say so themselves.
+bool Panel::isWheelNeeded() const {
+  return presentation_ && webViews_.isToBeDrawn() && !holdsWheel(content());
 }
 
 /// The window takes the content's size when it comes on screen, unless the person has chosen one.
@@ -292,7 +302,7 @@ void Panel::fitWindow() {
   gtk_window_get_default_size(window_, &width, &height);
   if (givenSize_ && *givenSize_ != Size{width, height}) isSizedByPerson_ = true;
   if (isSizedByPerson_ || isOnScreen()) return;
-  const bool isItem = presentation_ || waiting_;
+  const bool isItem = presentation_ || isMakingReady_;
   const ContentShape shape = isItem ? shapeOf(*url_, facts_.isFolder) : ContentShape::Message;
   givenSize_ = initialSize(shape, workAreaFor(GTK_WIDGET(window_)));
   gtk_window_set_default_size(window_, givenSize_->width, givenSize_->height);
@@ -313,14 +323,18 @@ void Panel::updateHeader() {
 
 /// Beside a source text there is nothing to go back in; in a folder there is nothing to find.
 void Panel::updateCommands() {
-  const ShownDocument shown = content() == nullptr ? ShownDocument() : findShownDocument(content());
+  const ShownDocument shown = shownDocument();
   gtk_widget_set_visible(backButton_, shown.page != nullptr && webViews_.canGoBack());
-  const bool hasText = shown.page != nullptr || shown.text != nullptr;
+  const bool hasText = shown.page != nullptr || shown.text != nullptr || isTextComing();
   for (const Command command :
        {Command::Find, Command::ZoomIn, Command::ZoomOut, Command::ZoomReset})
     menu_->setEnabled(command, hasText);
   menu_->setEnabled(Command::Print, webViews_.latestView() != nullptr);
   menu_->setEnabled(Command::Reload, url_.has_value());
+}
+
+ShownDocument Panel::shownDocument() const {
+  return content() == nullptr ? ShownDocument() : findShownDocument(content());
 }
 
 void Panel::showStatus(const ErrorRecord& error) {

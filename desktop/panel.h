@@ -15,6 +15,7 @@
 #include "desktop/panel_size.h"
 #include "desktop/presentation.h"
 #include "desktop/shortcuts_window.h"
+#include "desktop/waiting_wheel.h"
 
 namespace lumisk::desktop {
 
@@ -53,7 +54,8 @@ class Panel {
   /// Null when nothing is shown, the last request failed, or its item is still being made ready.
   Presentation* presentation() const { return presentation_.get(); }
   /// Whether what is shown is a large item that is not ready yet.
-  bool isMakingReady() const { return static_cast<bool>(waiting_); }
+  bool isMakingReady() const { return isMakingReady_; }
+  /// Null while nothing is shown, or a large item is being made ready.
   GtkWidget* content() const { return adw_bin_get_child(ADW_BIN(contentBin_)); }
   FindBar& findBar() const { return *findBar_; }
   DesktopWebViews& webViews() { return webViews_; }
@@ -85,11 +87,16 @@ class Panel {
   void showCrash();
   void setContent(GtkWidget* content);
   void dropContent();
-  void dropWaiting();
+  void endPreparation();
+  bool isWheelNeeded() const;
+  /// Whether a file is being made ready, that may be text.
+  bool isTextComing() const { return isMakingReady_ && !facts_.isFolder; }
+  ShownDocument shownDocument() const;
   void updateHeader();
   void updateCommands();
   /// Hands the keys to what is shown, past the picker of its modes.
   void focusDocument() const;
+  void closeFindBar() const;
   void contentChanged();
   void setZoomLevel(double zoom);
   void openWithDefault();
@@ -118,9 +125,9 @@ class Panel {
   std::unique_ptr<PanelMenu> menu_;
   std::unique_ptr<FindBar> findBar_;
   std::unique_ptr<Presentation> presentation_;
-  /// While a large item is made ready: what stands in its place, and what makes it.
-  std::unique_ptr<Element> waiting_;
-  Deferred wheel_;
+  /// While a large item is made ready, and until its page can be seen.
+  std::unique_ptr<WaitingWheel> wheel_;
+  bool isMakingReady_ = false;
   std::unique_ptr<Preparation> preparation_;
   std::unique_ptr<SignalHandler> drawn_;
   Deferred listing_;

@@ -61,9 +61,7 @@ void Panel::renewKeys() {
 }
 
 void Panel::perform(Command command) {
-  GtkWidget* shownContent = content();
-  const ShownDocument shown =
-      shownContent == nullptr ? ShownDocument() : findShownDocument(shownContent);
+  const ShownDocument shown = shownDocument();
   if (const auto step = scrollStep(command)) return scroll(shown, *step);
   switch (command) {
     case Command::Close:
@@ -75,7 +73,7 @@ void Panel::perform(Command command) {
     case Command::OpenWithDefault:
       return openWithDefault();
     case Command::Find:
-      return findBar_->open();
+      return isTextComing() ? findBar_->openAhead() : findBar_->open();
     case Command::FindNext:
       return findBar_->next();
     case Command::FindPrevious:
@@ -149,8 +147,7 @@ bool Panel::takesKey(const std::vector<KeyReading>& readings) {
   if (WebKitWebView* page = webViews_.latestView()) keepFocusOutOfHelpers(page);
   if (isPressing(readings.front())) return false;
   if (readings.front().key == GDK_KEY_Escape && findBar_->isOpen()) {
-    findBar_->close();
-    focusDocument();
+    closeFindBar();
     return true;
   }
   for (const KeyReading& reading : readings) {

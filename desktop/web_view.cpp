@@ -32,7 +32,10 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
   live_->onTakenUp = [this] {
     if (owner_.onTakenUp) owner_.onTakenUp();
   };
-  live_->onDrawn = [this] { setCurtainClosed(view(), false); };
+  live_->onDrawn = [this] {
+    setCurtainClosed(view(), false);
+    if (owner_.onDrawn) owner_.onDrawn();
+  };
   live_->onTerminated = [this] {
     if (owner_.onTerminated) owner_.onTerminated();
   };
@@ -97,6 +100,8 @@ void DesktopWebView::hideUntilDrawn() {
   focus_.forget();
   setCurtainClosed(view(), true);
 }
+
+bool DesktopWebView::isToBeDrawn() const { return isCurtainClosed(view()); }
 
 std::unique_ptr<WebView> DesktopWebViews::makeWebView(const WebViewConfiguration& configuration) {
   return std::make_unique<DesktopWebView>(*this, configuration);

@@ -40,6 +40,7 @@ class DesktopWebView final : public WebView {
   GtkWidget* widget() const { return live_->widget(); }
   bool canGoBack() const { return live_->canGoBack(); }
   bool isTakingUp() const { return live_->isTakingUp(); }
+  bool isToBeDrawn() const;
   PageFocus focus() const { return focus_.focus(); }
   void print(GtkWindow* parent) const { live_->print(parent); }
 
@@ -87,6 +88,10 @@ class DesktopWebViews final : public WebViewFactory {
   /// milliseconds. `onTakenUp` tells when it is about to.
   bool isTakingUp() const { return latest_ != nullptr && latest_->isTakingUp(); }
 
+  /// Whether nothing of the latest web view's page is to be seen yet. `onDrawn` tells when there
+  /// is.
+  bool isToBeDrawn() const { return latest_ != nullptr && latest_->isToBeDrawn(); }
+
   /// What has the focus in the latest web view.
   PageFocus focus() const { return latest_ == nullptr ? PageFocus::None : latest_->focus(); }
 
@@ -98,6 +103,7 @@ class DesktopWebViews final : public WebViewFactory {
   WebKitWebView* latestView() const { return latest_ == nullptr ? nullptr : latest_->view(); }
 
   std::function<void()> onTakenUp;
+  std::function<void()> onDrawn;
   std::function<void()> onFinished;
   std::function<void()> onTerminated;
   std::function<void()> onHistoryChanged;

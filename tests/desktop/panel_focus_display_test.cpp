@@ -225,7 +225,8 @@ TEST_F(PanelFocusTest, AClickOnAnotherModeLeadsToTheDocument) {
 TEST_F(PanelFocusTest, ThePickersArrowsFollowTheDirectionOfTheText) {
   gtk_widget_set_default_direction(GTK_TEXT_DIR_RTL);
   open("doc.md");
-  EXPECT_GT(onScreen(segment("rendered"), 0, 0).x, onScreen(segment("source"), 0, 0).x);
+  EXPECT_TRUE(runUntil(
+      [&] { return onScreen(segment("rendered"), 0, 0).x > onScreen(segment("source"), 0, 0).x; }));
   gtk_widget_grab_focus(segment("rendered"));
   press("Left");
   EXPECT_TRUE(runUntil([&] { return focus() == segment("source"); }));

@@ -38,9 +38,9 @@ inline std::vector<GtkWidget*> shownBelow(GtkWidget* root,
 /// A panel in a window of its own.
 class PanelOnScreen {
  public:
-  PanelOnScreen()
+  explicit PanelOnScreen(BackgroundQueue& preparing = desktop::preparationQueue())
       : panel_(std::make_unique<desktop::Panel>(Program::shared().platform.platform(),
-                                                Program::shared().liveViews)) {
+                                                Program::shared().liveViews, preparing)) {
     panel_->onPageFinished = [this] { ++finishedLoads_; };
   }
 

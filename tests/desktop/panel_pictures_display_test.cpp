@@ -6,6 +6,7 @@
 
 #include "desktop/picture.h"
 #include "desktop/texts.h"
+#include "held_queue.h"
 #include "panel_on_screen.h"
 #include "picture_reading.h"
 
@@ -110,6 +111,22 @@ TEST_P(PanelPictures, OfTheCalmPages) {
   ASSERT_TRUE(runUntil([&] { return panel_->webViews().latestView() == nullptr; }));
   runFor(300);
   expectPicture("crash");
+}
+
+TEST_P(PanelPictures, OfTheWait) {
+  writeAll(items_ / "large.txt", std::string(std::size_t{2} * 1024 * 1024, 'x'));
+  HeldQueue preparing;
+  PanelOnScreen panel(preparing);
+  panel->show(FileURL::fromPath((items_ / "large.txt").string()));
+  const auto wheels = [&] {
+    return shownBelow(panel.root(), [](GtkWidget* w) { return GTK_IS_SPINNER(w) == TRUE; });
+  };
+  ASSERT_TRUE(runUntil([&] { return wheels().size() == 1; }));
+  runFor(300);
+  const auto wheel = desktop::pictureOf(wheels().front());
+  ASSERT_TRUE(wheel);
+  EXPECT_FALSE(desktop::isBlank(wheel.get()));
+  expectPicture(panel.root(), "wait");
 }
 
 TEST_P(PanelPictures, OfTheShortcutsWindow) {
