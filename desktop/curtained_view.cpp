@@ -30,6 +30,7 @@ void snapshot(GtkWidget* widget, GtkSnapshot* shown) {
 void allocate(GtkWidget* widget, int width, int height, int baseline) {
   GTK_WIDGET_CLASS(curtained_view_parent_class)->size_allocate(widget, width, height, baseline);
   asCurtained(widget)->placement = {width, height, gtk_widget_get_mapped(widget) == TRUE};
+  g_signal_emit_by_name(widget, "placed");
 }
 
 void unmap(GtkWidget* widget) {
@@ -43,6 +44,8 @@ void curtained_view_class_init(CurtainedViewClass* klass) {
   GTK_WIDGET_CLASS(klass)->snapshot = snapshot;
   GTK_WIDGET_CLASS(klass)->size_allocate = allocate;
   GTK_WIDGET_CLASS(klass)->unmap = unmap;
+  g_signal_new("placed", G_TYPE_FROM_CLASS(klass), G_SIGNAL_RUN_LAST, 0, nullptr, nullptr, nullptr,
+               G_TYPE_NONE, 0);
 }
 
 }  // namespace

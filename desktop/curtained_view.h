@@ -6,7 +6,8 @@ namespace lumisk::desktop {
 
 /// A web view with a curtain in front of it. Behind a closed curtain it is as alive as ever, laid
 /// out, visible for its page and given the page's frames, but nothing of it is drawn: what is
-/// behind it shows, and nothing is painted for its frames.
+/// behind it shows, and nothing is painted for its frames. Emits "placed" each time it has been
+/// laid out.
 GType curtainedViewType();
 
 /// `view` is one of that type. The curtain of a new one is open.

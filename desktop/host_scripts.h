@@ -16,11 +16,12 @@ inline constexpr const char* kHostWorld = "lumisk-host";
 /// Has `script` run in all pages of the views with this manager, before the page's own scripts.
 void runAtEachPage(WebKitUserContentManager* manager, const char* script);
 
-/// Runs `script` in the page that is there, whatever comes of it.
+/// Runs `script` in the page that is there, whatever comes of it. The engine takes it for a click
+/// of the person's: not for a page that nobody has touched.
 void runInPage(WebKitWebView* page, const std::string& script);
 
 /// One question to a page, asked by a script of the host's. A new one takes the place of the one
-/// before; the answer to a question that was forgotten never comes.
+/// before; the answer to a question that was forgotten never comes. To the page it is a click, too.
 class PageQuestion {
  public:
   PageQuestion() = default;

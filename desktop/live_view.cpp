@@ -6,6 +6,7 @@
 
 #include "desktop/beginning_first.h"
 #include "desktop/curtained_view.h"
+#include "desktop/host_scripts.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -13,9 +14,6 @@ namespace {
 /// How long a process that is up may take to begin with a page before it counts as hung. It takes
 /// milliseconds, or as long as the page before keeps it busy.
 constexpr unsigned kPatience = 500;  // milliseconds
-
-/// After so many more frames a page is shown as it is: its view is being moved or resized.
-constexpr int kMostFrames = 10;
 
 /// Where the empty page of a warm view stands: in the origin of the pages, so that the web process
 /// that has everything compiled and cached stays.
@@ -31,22 +29,6 @@ constexpr const char* kForgetScript = R"js(
     window.name = '';
   }
 )js";
-
-/// Ends when a frame of the page has left the web process. Until it has something to paint, or all
-/// of its text, the engine holds the frames back. Drawn by the processor, a frame goes out before
-/// anything else runs in the page; a graphics card is done with it by the next one.
-constexpr const char* kFrame = R"js(
-  const nextFrame = () => new Promise((done) => requestAnimationFrame(done));
-  const isPainted = () => performance.getEntriesByType('paint').length > 0;
-  while (document.readyState === 'loading' && !isPainted()) await nextFrame();
-  await nextFrame();
-  await (isDrawnByCard ? nextFrame() : new Promise((done) => setTimeout(done)));
-)js";
-
-bool isDrawnByCard(WebKitWebView* view) {
-  return webkit_settings_get_hardware_acceleration_policy(webkit_web_view_get_settings(view)) !=
-         WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER;
-}
 
 int entriesBehind(WebKitWebView* view) {
   GList* entries =
@@ -86,7 +68,8 @@ LiveView::LiveView(const WebEngine& engine)
       loadChanged_(view_.get(), "load-changed", G_CALLBACK(&LiveView::loadChanged), this),
       loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
       terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this),
-      decidePolicy_(view_.get(), "decide-policy", G_CALLBACK(&LiveView::decidePolicy), this) {
+      decidePolicy_(view_.get(), "decide-policy", G_CALLBACK(&LiveView::decidePolicy), this),
+      frame_(view()) {
   runAtEachPage(webkit_web_view_get_user_content_manager(view()), kForgetScript);
 }
 
@@ -248,24 +231,12 @@ void LiveView::committed() {
     hasOwnPage_ = !isScrubbed_;
     entriesBefore_ = entriesBehind(view());
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
-    if (onDrawn) awaitFrame(kMostFrames);
+    if (onDrawn) frame_.await([this] { call(onDrawn); });
     call(onTakenUp);
   } else {
     hasLeftDocument_ = true;
   }
   call(onHistoryChanged);
-}
-
-/// A page that begins before its view has its place on the screen may draw a frame for the size
-/// that the view had before.
-void LiveView::awaitFrame(int more) {
-  const Placement asked = placementOf(view());
-  frame_.ask(view(), kFrame, "isDrawnByCard", isDrawnByCard(view()), [this, asked, more] {
-    const Placement now = placementOf(view());
-    const bool isInPlace = now.isCurrent && now.width == asked.width && now.height == asked.height;
-    if (isInPlace || more == 0) return call(onDrawn);
-    awaitFrame(more - 1);
-  });
 }
 
 void LiveView::finished() {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "desktop/first_frame.h"
 #include "desktop/gref.h"
-#include "desktop/host_scripts.h"
 #include "desktop/web_engine.h"
 
 namespace lumisk::desktop {
@@ -92,7 +92,6 @@ class LiveView {
   void startAgain();
   void meetSite();
   void committed();
-  void awaitFrame(int more);
   void finished();
 
   struct FreeSession {
@@ -106,7 +105,7 @@ class LiveView {
   SignalHandler loadFailed_;
   SignalHandler terminated_;
   SignalHandler decidePolicy_;
-  PageQuestion frame_;
+  FirstFrame frame_;
   GRef<WebKitPrintOperation> printing_;
   std::unique_ptr<SignalHandler> printed_;
   /// The address of the host's load that has not been committed yet, empty afterwards.

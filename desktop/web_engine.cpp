@@ -6,6 +6,7 @@
 
 #include "desktop/client_libraries.h"
 #include "desktop/curtained_view.h"
+#include "desktop/first_frame.h"
 #include "desktop/graphics.h"
 #include "desktop/page_focus.h"
 #include "desktop/page_menu.h"
@@ -153,8 +154,10 @@ GRef<WebKitWebView> WebEngine::makeView() const {
   auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(g_object_new(
       curtainedViewType(), "web-context", context_.get(), "network-session", session_.get(),
       "settings", settings_.get(), "website-policies", policies.get(), nullptr)));
-  PageFocusWatch::install(webkit_web_view_get_user_content_manager(view.get()));
-  installPageScripts(webkit_web_view_get_user_content_manager(view.get()));
+  WebKitUserContentManager* const manager = webkit_web_view_get_user_content_manager(view.get());
+  PageFocusWatch::install(manager);
+  FirstFrame::install(manager, hasGraphicsCard());
+  installPageScripts(manager);
   const GdkRGBA transparent{0, 0, 0, 0};
   webkit_web_view_set_background_color(view.get(), &transparent);
   g_signal_connect(view.get(), "permission-request", G_CALLBACK(denyPermission), nullptr);

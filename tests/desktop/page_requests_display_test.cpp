@@ -71,6 +71,20 @@ TEST(PageRequests, NothingPlaysByItself) {
   EXPECT_EQ(page("window.played"), "NotAllowedError");
 }
 
+/// A page may do on a person's click what it may not do by itself.
+TEST(PageRequests, WhatTheHostAsksAPageIsNoClick) {
+  PageOnScreen page(
+      pageWith("let looks = 0; window.clicked = 0; const looking = setInterval(() => { "
+               "if (navigator.userActivation.isActive) ++window.clicked; "
+               "if (++looks == 40) { clearInterval(looking); document.title = 'done'; } }, 0)"));
+  // Not asked by a script: that would be a click as well.
+  EXPECT_TRUE(runUntil([&] {
+    const char* const title = webkit_web_view_get_title(page.view());
+    return title != nullptr && std::string_view(title) == "done";
+  }));
+  EXPECT_EQ(page("window.clicked"), "0");
+}
+
 TEST(PageRequests, PermissionsAreDenied) {
   const struct {
     const char* label;
