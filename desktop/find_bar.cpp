@@ -43,7 +43,7 @@ GtkTextIter beforeTheEnd(const GtkTextIter& from, int longestMatch) {
 
 }  // namespace
 
-FindBar::FindBar(std::function<ShownDocument()> findTarget)
+FindBar::FindBar(std::function<FindTarget()> findTarget)
     : findTarget_(std::move(findTarget)), bar_(GRef<GtkWidget>::retain(gtk_search_bar_new())) {
   buildBar();
 }
@@ -98,11 +98,7 @@ bool FindBar::hasFocus() const {
 std::string FindBar::countText() const { return gtk_label_get_text(GTK_LABEL(count_)); }
 
 void FindBar::open() {
-  const ShownDocument shown = findTarget_();
-  if (shown.page != nullptr || shown.text != nullptr) openAhead();
-}
-
-void FindBar::openAhead() {
+  if (!findTarget_().hasText()) return;
   gtk_search_bar_set_search_mode(GTK_SEARCH_BAR(bar_.get()), TRUE);
   gtk_widget_grab_focus(entry_);
   gtk_editable_select_region(GTK_EDITABLE(entry_), 0, -1);
@@ -146,7 +142,7 @@ void FindBar::searchAnew() {
   const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
   gtk_label_set_text(GTK_LABEL(count_), "");
   if (!isOpen() || *text == '\0') return;
-  const ShownDocument shown = findTarget_();
+  const ShownDocument shown = findTarget_().shown;
   if (shown.page != nullptr)
     searchPage(shown.page, text);
   else if (shown.text != nullptr)
@@ -229,7 +225,7 @@ void FindBar::showCount(unsigned count) {
 
 /// Whether the search is one of the document that is shown at the moment.
 bool FindBar::isOfWhatIsShown() const {
-  const ShownDocument shown = findTarget_();
+  const ShownDocument shown = findTarget_().shown;
   return shown.page == page_.get() && (shown.page != nullptr || shown.text == text_.get());
 }
 

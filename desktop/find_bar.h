@@ -8,11 +8,19 @@
 
 namespace lumisk::desktop {
 
+/// What there is to look through.
+struct FindTarget {
+  ShownDocument shown;
+  /// There is none, but there will be: `documentLoaded` tells when.
+  bool isComing = false;
+  bool hasText() const { return shown.page != nullptr || shown.text != nullptr || isComing; }
+};
+
 /// Finds text in what is shown, page or plain text, without regard to case, and counts the matches.
 class FindBar {
  public:
-  /// `findTarget` tells what is shown at the moment.
-  explicit FindBar(std::function<ShownDocument()> findTarget);
+  /// `findTarget` tells what there is at the moment.
+  explicit FindBar(std::function<FindTarget()> findTarget);
   FindBar(const FindBar&) = delete;
   FindBar& operator=(const FindBar&) = delete;
   ~FindBar();
@@ -20,10 +28,8 @@ class FindBar {
   GtkWidget* widget() const { return bar_.get(); }
   bool isOpen() const;
   bool hasFocus() const;
-  /// Does nothing where there is no text to look through.
+  /// Does nothing where there is no text to look through, nor is to come.
   void open();
-  /// For a text that is still to come: it is looked through once it is there.
-  void openAhead();
   /// Closes it and takes the marks out of the document.
   void close();
   /// Another document may be shown in the place of the one before: another mode's, for one.
@@ -60,7 +66,7 @@ class FindBar {
   static void counted(WebKitFindController*, unsigned count, gpointer self);
   static void textGrew(GtkTextBuffer*, gpointer self);
 
-  std::function<ShownDocument()> findTarget_;
+  std::function<FindTarget()> findTarget_;
   GRef<GtkWidget> bar_;
   GtkWidget* entry_ = nullptr;
   GtkWidget* count_ = nullptr;

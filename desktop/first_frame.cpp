@@ -6,6 +6,7 @@
 
 #include "desktop/curtained_view.h"
 #include "desktop/host_scripts.h"
+#include "desktop/text_scale.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -13,22 +14,39 @@ namespace {
 constexpr const char* kHandler = "lumisk-frame";
 constexpr const char* kSignal = "script-message-received::lumisk-frame";
 
+/// By so much, as a part of the whole, the engine leaves a page unzoomed.
+constexpr double kInexactZoom = 0.02;
+
 /// Posts the size of the first frame, and of the first in each other size, once it has left the web
-/// process. Until it has something to paint, or all of its text, the engine holds the frames back.
-/// Drawn by the processor, a frame goes out before anything else runs in the page; a graphics card
-/// is done with it by the next one.
+/// process. Until it has something to paint, or all
+/// of its text, the engine holds the frames back. Drawn by the processor, a frame goes out before
+/// anything else runs in the page; a graphics card is done with it by the next one.
 constexpr const char* kScript = R"js(
   const port = window.webkit.messageHandlers['lumisk-frame'];
   const nextFrame = () => new Promise((done) => requestAnimationFrame(done));
   const isPainted = () => performance.getEntriesByType('paint').length > 0;
+  // An element of the page may bear the name and would be found in the property's place.
+  const readyState = Object.getOwnPropertyDescriptor(Document.prototype, 'readyState').get;
+  const isLoading = () => readyState.call(document) === 'loading';
+  let isTelling = false;
+  let isResized = false;
   async function tell() {
-    while (document.readyState === 'loading' && !isPainted()) await nextFrame();
-    await nextFrame();
-    const size = [innerWidth, innerHeight];
-    await (isDrawnByCard ? nextFrame() : new Promise((done) => setTimeout(done)));
-    port.postMessage(size);
+    isTelling = true;
+    do {
+      isResized = false;
+      while (isLoading() && !isPainted()) await nextFrame();
+      await nextFrame();
+      const size = [innerWidth, innerHeight];
+      await (isDrawnByCard ? nextFrame() : new Promise((done) => setTimeout(done)));
+      port.postMessage(size);
+    } while (isResized);
+    isTelling = false;
   }
-  addEventListener('resize', tell);
+  addEventListener('resize', (event) => {
+    if (!event.isTrusted) return; // of a script of the page's
+    isResized = true;
+    if (!isTelling) tell();
+  });
   tell();
 )js";
 
@@ -79,11 +97,16 @@ void FirstFrame::placed(WebKitWebView*, gpointer self) {
 }
 
 /// A page that begins before its view has its place on the screen may draw a frame for the size
-/// that the view had before.
+/// that the view had before. A page counts in points of its own, which its zoom makes larger; the
+/// engine zooms it with the size of the desktop's texts, too, but for the last percents.
 bool FirstFrame::isInPlace() const {
   const Placement place = placementOf(view_);
-  const double zoom = webkit_web_view_get_zoom_level(view_);
-  const auto fits = [zoom](int frame, int view) { return std::abs(frame * zoom - view) <= zoom; };
+  const double texts = textScale(GTK_WIDGET(view_));
+  const double point = webkit_web_view_get_zoom_level(view_) * texts;
+  const double inexact = texts == 1 ? 0 : kInexactZoom;
+  const auto fits = [&](int frame, int view) {
+    return std::abs(frame * point - view) <= point + inexact * view;
+  };
   return place.isCurrent && fits(frame_->width, place.width) && fits(frame_->height, place.height);
 }
 

@@ -43,7 +43,7 @@ class FirstFrame {
   WebKitWebView* view_;
   unsigned longestWait_;
   std::function<void()> drawn_;
-  std::optional<Size> frame_;  ///< of the page, in the points of its style sheets
+  std::optional<Size> frame_;  ///< of the page, in its own points
   Deferred look_;
   Deferred patience_;
   SignalHandler received_;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <optional>
 
+#include "desktop/text_scale.h"
+
 namespace lumisk::desktop {
 namespace {
 
@@ -28,14 +30,6 @@ G_DEFINE_TYPE(FrameBox, frame_box, GTK_TYPE_WIDGET)
 FrameBox* asBox(gpointer widget) { return static_cast<FrameBox*>(widget); }
 
 int pixels(double length) { return static_cast<int>(std::lround(length)); }
-
-/// How much larger than usual the person has texts.
-double textScale(GtkWidget* widget) {
-  constexpr double kUsual = 96 * 1024;  // 1024ths of dots per inch
-  int resolution = -1;
-  g_object_get(gtk_widget_get_settings(widget), "gtk-xft-dpi", &resolution, nullptr);
-  return resolution > 0 ? resolution / kUsual : 1;
-}
 
 /// Both sides together.
 int paddingAlong(const Settings& settings, GtkOrientation orientation) {

@@ -53,12 +53,15 @@ Panel::Panel(const Platform& platform, LiveViews& liveViews, BackgroundQueue& pr
   webViews_.onTakenUp = [this] {
     if (coming_.isPending()) coming_.after(0, [this] { appear(); });
   };
-  webViews_.onDrawn = [this] { wheel_->go(); };
+  webViews_.onDrawn = [this] {
+    waitingWheel_->go();
+    findBar_->documentLoaded();
+  };
   webViews_.onHistoryChanged = [this] { updateCommands(); };
   // The dying view is still calling; it goes once it has returned.
   webViews_.onTerminated = [this] { afterCrash_.after(0, [this] { showCrash(); }); };
   webViews_.onFinished = [this] {
-    findBar_->documentLoaded();
+    if (!webViews_.isToBeDrawn()) findBar_->documentLoaded();
     if (onPageFinished) onPageFinished();
   };
   buildWindow();
@@ -75,7 +78,7 @@ void Panel::buildWindow() {
   window_ = GTK_WINDOW(adw_window_new());
   gtk_window_set_icon_name(window_, kApplicationId);
   installStyle(gtk_widget_get_display(GTK_WIDGET(window_)));
-  findBar_ = std::make_unique<FindBar>([this] { return shownDocument(); });
+  findBar_ = std::make_unique<FindBar>([this] { return findTarget(); });
   GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
   gtk_box_append(GTK_BOX(box), buildHeader());
   gtk_box_append(GTK_BOX(box), findBar_->widget());
@@ -118,7 +121,7 @@ GtkWidget* Panel::buildContent() {
   gtk_widget_add_controller(contentBin_, wheel);
   GtkWidget* place = gtk_overlay_new();
   gtk_overlay_set_child(GTK_OVERLAY(place), contentBin_);
-  wheel_ = std::make_unique<WaitingWheel>(GTK_OVERLAY(place));
+  waitingWheel_ = std::make_unique<WaitingWheel>(GTK_OVERLAY(place));
   toasts_ = adw_toast_overlay_new();
   adw_toast_overlay_set_child(ADW_TOAST_OVERLAY(toasts_), place);
   return toasts_;
@@ -140,7 +143,7 @@ void Panel::ask() { take(std::make_unique<Presentation>(*url_, context_)); }
 /// Keys are answered meanwhile, and another item may be asked for.
 void Panel::makeReady() {
   isMakingReady_ = true;
-  wheel_->comeSoon();
+  waitingWheel_->comeSoon();
   setContent(nullptr);
   if (facts_.isFolder) return listOnceDrawn();
   prepareBeside();
@@ -178,13 +181,13 @@ void Panel::take(std::unique_ptr<Presentation> presentation) {
   if (const auto error = presentation_->error()) {
     presentation_.reset();
     showStatus(*error);
-    closeFindBar();
   } else {
     setContent(presentation_->widget());
     presentation_->onChanged = [this] { contentChanged(); };
   }
   endPreparation();
-  if (!isWheelNeeded()) wheel_->go();
+  updateWheel();
+  if (!findTarget().hasText()) closeFindBar();
   if (!webViews_.isTakingUp()) return appear();
   comeSoon();
 }
@@ -265,6 +268,7 @@ void Panel::closeFindBar() const {
 void Panel::contentChanged() {
   findBar_->documentChanged();
   updateCommands();
+  updateWheel();
   if (gtk_root_get_focus(GTK_ROOT(window_)) == nullptr) focusDocument();
 }
 
@@ -279,7 +283,7 @@ void Panel::dropContent() {
   adw_bin_set_child(ADW_BIN(contentBin_), nullptr);
   presentation_.reset();
   endPreparation();
-  wheel_->go();
+  waitingWheel_->go();
 }
 
 void Panel::endPreparation() {
@@ -290,9 +294,13 @@ void Panel::endPreparation() {
 }
 
 /// A large page is handed to the engine seconds before there is anything of it to see. Some views
-/// say so themselves.
-bool Panel::isWheelNeeded() const {
-  return presentation_ && webViews_.isToBeDrawn() && !holdsWheel(content());
+/// say so themselves, until its load has finished.
+void Panel::updateWheel() {
+  const bool isPageToCome = presentation_ && facts_.isLarge && webViews_.isToBeDrawn();
+  if (isPageToCome && !holdsWheel(content()))
+    waitingWheel_->comeSoon();
+  else
+    waitingWheel_->go();
 }
 
 /// The window takes the content's size when it comes on screen, unless the person has chosen one.
@@ -325,7 +333,7 @@ void Panel::updateHeader() {
 void Panel::updateCommands() {
   const ShownDocument shown = shownDocument();
   gtk_widget_set_visible(backButton_, shown.page != nullptr && webViews_.canGoBack());
-  const bool hasText = shown.page != nullptr || shown.text != nullptr || isTextComing();
+  const bool hasText = findTarget().hasText();
   for (const Command command :
        {Command::Find, Command::ZoomIn, Command::ZoomOut, Command::ZoomReset})
     menu_->setEnabled(command, hasText);
@@ -335,6 +343,16 @@ void Panel::updateCommands() {
 
 ShownDocument Panel::shownDocument() const {
   return content() == nullptr ? ShownDocument() : findShownDocument(content());
+}
+
+/// A page of which nothing can be seen yet is not looked through: to be, it would have to be there
+/// as a whole, and its beginning would wait for its end.
+FindTarget Panel::findTarget() const {
+  const ShownDocument shown = shownDocument();
+  const bool isPageComing = shown.page != nullptr && webViews_.isToBeDrawn();
+  const bool isFileComing = isMakingReady_ && !facts_.isFolder;
+  if (isPageComing || isFileComing) return {{}, true};
+  return {shown, false};
 }
 
 void Panel::showStatus(const ErrorRecord& error) {

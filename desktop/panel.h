@@ -88,10 +88,9 @@ class Panel {
   void setContent(GtkWidget* content);
   void dropContent();
   void endPreparation();
-  bool isWheelNeeded() const;
-  /// Whether a file is being made ready, that may be text.
-  bool isTextComing() const { return isMakingReady_ && !facts_.isFolder; }
   ShownDocument shownDocument() const;
+  FindTarget findTarget() const;
+  void updateWheel();
   void updateHeader();
   void updateCommands();
   /// Hands the keys to what is shown, past the picker of its modes.
@@ -126,7 +125,7 @@ class Panel {
   std::unique_ptr<FindBar> findBar_;
   std::unique_ptr<Presentation> presentation_;
   /// While a large item is made ready, and until its page can be seen.
-  std::unique_ptr<WaitingWheel> wheel_;
+  std::unique_ptr<WaitingWheel> waitingWheel_;
   bool isMakingReady_ = false;
   std::unique_ptr<Preparation> preparation_;
   std::unique_ptr<SignalHandler> drawn_;

@@ -73,7 +73,7 @@ void Panel::perform(Command command) {
     case Command::OpenWithDefault:
       return openWithDefault();
     case Command::Find:
-      return isTextComing() ? findBar_->openAhead() : findBar_->open();
+      return findBar_->open();
     case Command::FindNext:
       return findBar_->next();
     case Command::FindPrevious:

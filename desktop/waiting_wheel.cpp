@@ -26,6 +26,7 @@ void WaitingWheel::go() {
 }
 
 bool holdsWheel(GtkWidget* widget) {
+  if (gtk_widget_get_opacity(widget) <= 0) return false;
   if (GTK_IS_SPINNER(widget)) return true;
   for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
        child = gtk_widget_get_next_sibling(child))

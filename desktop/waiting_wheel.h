@@ -20,8 +20,6 @@ class WaitingWheel {
   /// Has it come in a moment; one that is there already stays as it is.
   void comeSoon();
   void go();
-  /// Whether it is there or about to come.
-  bool isComing() const { return static_cast<bool>(wheel_); }
 
  private:
   GtkOverlay* place_;
@@ -29,7 +27,7 @@ class WaitingWheel {
   Deferred coming_;
 };
 
-/// Whether something below `widget` says already that more is to come.
+/// Whether something that is shown below `widget` says already that more is to come.
 bool holdsWheel(GtkWidget* widget);
 
 }  // namespace lumisk::desktop

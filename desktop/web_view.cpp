@@ -34,7 +34,7 @@ DesktopWebView::DesktopWebView(DesktopWebViews& owner, const WebViewConfiguratio
   };
   live_->onDrawn = [this] {
     setCurtainClosed(view(), false);
-    if (owner_.onDrawn) owner_.onDrawn();
+    if (owner_.latest_ == this && owner_.onDrawn) owner_.onDrawn();
   };
   live_->onTerminated = [this] {
     if (owner_.onTerminated) owner_.onTerminated();

@@ -78,9 +78,9 @@ class FindInText : public testing::Test {
 
   desktop::SourceText source_;
   desktop::FindBar bar_{[this] {
-    desktop::ShownDocument shown;
-    shown.text = GTK_TEXT_VIEW(source_.widget());
-    return shown;
+    desktop::FindTarget target;
+    target.shown.text = GTK_TEXT_VIEW(source_.widget());
+    return target;
   }};
   GtkWindow* window_;
 };

@@ -7,6 +7,7 @@
 #include "desktop/curtained_view.h"
 #include "desktop/first_frame.h"
 #include "desktop/host_scripts.h"
+#include "scoped_text_scale.h"
 #include "screen.h"
 
 namespace lumisk::test {
@@ -15,7 +16,8 @@ namespace {
 class FirstFrame : public testing::Test {
  protected:
   void SetUp() override {
-    runFor(100);
+    // The page has told of its own first frame.
+    ASSERT_TRUE(runUntil([&] { return !desktop::isCurtainClosed(page_.view()); }));
     place_ = desktop::placementOf(page_.view());
     ASSERT_TRUE(place_.isCurrent);
     frame_.await([this] { ++calls_; });
@@ -63,6 +65,31 @@ TEST_F(FirstFrame, OfAZoomedPageIsMeasuredInItsOwnPoints) {
   webkit_web_view_set_zoom_level(page_.view(), 2);
   EXPECT_TRUE(runUntil([&] { return calls_ == 1; })) << "zooming has drawn one";
   EXPECT_EQ(page_("innerWidth"), std::to_string((place_.width + 1) / 2));
+}
+
+TEST_F(FirstFrame, OfADesktopWithLargeTextsIsMeasuredInItsOwnPoints) {
+  const ScopedTextScale scale(1.25);
+  ASSERT_TRUE(page_.becomes("innerWidth < " + std::to_string(place_.width - 50)))
+      << "the engine zooms the page";
+  EXPECT_TRUE(runUntil([&] { return calls_ == 1; }));
+}
+
+// A page that is loaded tells by itself, of a frame that fits.
+TEST_F(FirstFrame, OfAnotherPageIsTold) {
+  for (const double scale : {1.0, 1.25, 2.0}) {
+    SCOPED_TRACE(scale);
+    const ScopedTextScale texts(scale);
+    calls_ = 0;
+    frame_.await([this] { ++calls_; });
+    page_("location.search = '?" + std::to_string(scale) + "'");
+    EXPECT_TRUE(runUntil([&] { return calls_ == 1; }));
+  }
+}
+
+TEST_F(FirstFrame, IsNoMatterOfThePagesOwnEvents) {
+  page_("for (let i = 0; i < 100; ++i) dispatchEvent(new Event('resize'))");
+  runFor(300);
+  EXPECT_EQ(calls_, 0);
 }
 
 TEST_F(FirstFrame, OfAViewWithoutAPlaceWaitsForIt) {

@@ -1,11 +1,11 @@
 // An item so large that it is made ready on another thread, while the panel goes on.
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <cstdint>
-#include <deque>
 #include <filesystem>
-#include <mutex>
+#include <functional>
 
 #include "desktop/curtained_view.h"
 #include "folder/folder_preview_view.h"
@@ -50,6 +50,18 @@ class LargeItem : public PanelTest {
   std::vector<GtkWidget*> wheels() const {
     return shownBelow(GTK_WIDGET(panel_->window()),
                       [](GtkWidget* each) { return GTK_IS_SPINNER(each) == TRUE; });
+  }
+  /// Also those that are about to come.
+  std::vector<GtkWidget*> allWheels() const {
+    std::vector<GtkWidget*> found;
+    const std::function<void(GtkWidget*)> look = [&](GtkWidget* widget) {
+      if (GTK_IS_SPINNER(widget)) found.push_back(widget);
+      for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+           child = gtk_widget_get_next_sibling(child))
+        look(child);
+    };
+    look(GTK_WIDGET(panel_->window()));
+    return found;
   }
   bool isWaiting() const { return panel_->isMakingReady() && wheels().size() == 1; }
   bool isShown() {
@@ -106,6 +118,29 @@ TEST_F(LargeItem, HasItsWheelTurnUntilItsPageCanBeSeen) {
   EXPECT_FALSE(desktop::isCurtainClosed(page()));
 }
 
+TEST_F(LargeItem, HasItsWheelTurnInAnotherModeToo) {
+  request("large.json");
+  queue_.runAll();
+  ASSERT_TRUE(isShown());
+  ASSERT_TRUE(runUntil([&] { return !desktop::isCurtainClosed(page()); }));
+  EXPECT_TRUE(allWheels().empty());
+  ASSERT_TRUE(panel_->presentation()->selectMode("source"));
+  ASSERT_TRUE(desktop::isCurtainClosed(page()));
+  EXPECT_EQ(allWheels().size(), 1U) << "another page is to come";
+  EXPECT_TRUE(runUntil([&] { return !desktop::isCurtainClosed(page()); }));
+  EXPECT_TRUE(allWheels().empty());
+}
+
+TEST_F(LargeItem, WhoseProcessEndsTurnsNoMore) {
+  request("large.txt");
+  ASSERT_TRUE(runUntil([&] { return isWaiting(); }));
+  queue_.runAll();
+  ASSERT_TRUE(isShown());
+  webkit_web_view_terminate_web_process(page());
+  ASSERT_TRUE(runUntil([&] { return panel_->webViews().latestView() == nullptr; }));
+  EXPECT_TRUE(allWheels().empty());
+}
+
 TEST_F(LargeItem, WhoseViewHasAWheelOfItsOwnShowsThatOne) {
   request("large.md");
   ASSERT_TRUE(runUntil([&] { return isWaiting(); }));
@@ -120,15 +155,30 @@ TEST_F(LargeItem, MayBeSearchedBeforeItIsReady) {
   ASSERT_TRUE(runUntil([&] { return gtk_window_is_active(panel_->window()) == TRUE; }));
   press("ctrl+f");
   ASSERT_TRUE(runUntil([&] { return panel_->findBar().hasFocus(); }));
-  press("z");
-  press("q");
-  press("BackSpace");
-  press("BackSpace");
-  gtk_editable_set_text(GTK_EDITABLE(focus()), "beginning of it");
+  press("b e g i n n i n g");
+  EXPECT_TRUE(runUntil([&] {
+    return std::string_view(gtk_editable_get_text(GTK_EDITABLE(focus()))) == "beginning";
+  }));
   queue_.runAll();
   ASSERT_TRUE(isShown());
   EXPECT_TRUE(panel_->findBar().hasFocus());
+  ASSERT_TRUE(runUntil([&] {
+    // Until it can be seen it is not looked through, which would have all of it laid out before.
+    if (desktop::isCurtainClosed(page())) {
+      EXPECT_EQ(panel_->findBar().countText(), "");
+    }
+    return !desktop::isCurtainClosed(page());
+  }));
   EXPECT_TRUE(runUntil([&] { return panel_->findBar().countText() == "1 match"; }));
+}
+
+TEST_F(LargeItem, IsSearchedByAnyOfTheKeysForIt) {
+  request("large.txt");
+  ASSERT_TRUE(runUntil([&] { return gtk_window_is_active(panel_->window()) == TRUE; }));
+  press("F3");
+  EXPECT_TRUE(runUntil([&] { return panel_->findBar().hasFocus(); }));
+  panel_->perform(desktop::Command::Reload);
+  EXPECT_FALSE(panel_->findBar().isOpen());
 }
 
 TEST_F(LargeItem, ThatIsNoTextIsNotSearched) {
@@ -278,10 +328,13 @@ TEST_F(LargeItem, ThatHasBecomeAFolderIsShownAsOne) {
   fs::remove(folder_ / "large.txt");
   fs::create_directory(folder_ / "large.txt");
   writeAll(folder_ / "large.txt/inside", "x");
+  panel_->perform(desktop::Command::Find);
+  EXPECT_TRUE(panel_->findBar().isOpen());
   queue_.runAll();
   ASSERT_TRUE(isShown());
   ASSERT_NE(panel_->presentation()->view(), nullptr);
   EXPECT_NE(panel_->presentation()->view()->as<FolderPreviewView>(), nullptr);
+  EXPECT_FALSE(panel_->findBar().isOpen()) << "there is nothing to find in a folder";
 }
 
 TEST_F(LargeItem, ThatHasGoneIsSaidToBe) {

@@ -5,27 +5,11 @@
 #include <cmath>
 
 #include "panel_on_screen.h"
+#include "scoped_text_scale.h"
 #include "ui/outline.h"
 
 namespace lumisk::test {
 namespace {
-
-constexpr int kUsualResolution = 96 * 1024;
-
-/// The person's text scaling for as long as this lives.
-class ScopedTextScale {
- public:
-  explicit ScopedTextScale(double scale) { set(scale); }
-  ScopedTextScale(const ScopedTextScale&) = delete;
-  ScopedTextScale& operator=(const ScopedTextScale&) = delete;
-  ~ScopedTextScale() { set(1); }
-
-  static void set(double scale) {
-    g_object_set(gtk_settings_get_default(), "gtk-xft-dpi",
-                 static_cast<int>(kUsualResolution * scale), nullptr);
-    runFor(300);
-  }
-};
 
 /// One view in a window that is large enough.
 class ViewOnScreen {
