@@ -17,7 +17,7 @@ inline constexpr const char* kHostWorld = "lumisk-host";
 void runAtEachPage(WebKitUserContentManager* manager, const char* script);
 
 /// Runs `script` in the page that is there, whatever comes of it. The engine takes it for a click
-/// of the person's: not for a page that nobody has touched.
+/// of the person's, so it is none for a page that is still to be seen.
 void runInPage(WebKitWebView* page, const std::string& script);
 
 /// One question to a page, asked by a script of the host's. A new one takes the place of the one
