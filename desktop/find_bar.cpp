@@ -117,7 +117,7 @@ void FindBar::forgetTarget() {
   seeking_.cancel();
   scrolling_.cancel();
   textGrew_.reset();
-  isSeekWaiting_ = isCountWaiting_ = false;
+  isWaiting_ = isSeekWaiting_ = isCountWaiting_ = false;
   forgetMark(countedUpTo_);
   forgetMark(soughtUpTo_);
   text_ = {};
@@ -142,11 +142,12 @@ void FindBar::searchAnew() {
   const char* text = gtk_editable_get_text(GTK_EDITABLE(entry_));
   gtk_label_set_text(GTK_LABEL(count_), "");
   if (!isOpen() || *text == '\0') return;
-  const ShownDocument shown = findTarget_().shown;
-  if (shown.page != nullptr)
-    searchPage(shown.page, text);
-  else if (shown.text != nullptr)
-    searchText(shown.text);
+  const FindTarget target = findTarget_();
+  isWaiting_ = target.isComing;
+  if (target.shown.page != nullptr)
+    searchPage(target.shown.page, text);
+  else if (target.shown.text != nullptr)
+    searchText(target.shown.text);
 }
 
 void FindBar::searchPage(WebKitWebView* page, const char* text) {
@@ -234,7 +235,11 @@ void FindBar::documentChanged() {
 }
 
 void FindBar::documentLoaded() {
-  if (isOpen()) searchAnew();
+  if (isOpen() && !text_) searchAnew();
+}
+
+void FindBar::documentCame() {
+  if (isOpen() && isWaiting_) searchAnew();
 }
 
 void FindBar::step(Direction direction) {

@@ -11,7 +11,7 @@ namespace lumisk::desktop {
 /// What there is to look through.
 struct FindTarget {
   ShownDocument shown;
-  /// There is none, but there will be: `documentLoaded` tells when.
+  /// There is none, but there will be: `documentCame` tells when.
   bool isComing = false;
   bool hasText() const { return shown.page != nullptr || shown.text != nullptr || isComing; }
 };
@@ -35,8 +35,11 @@ class FindBar {
   /// Another document may be shown in the place of the one before: another mode's, for one.
   /// Searches it, if the bar is open and it is another.
   void documentChanged();
-  /// The document is another, though in the same widget: a page that was loaded.
+  /// The document is another, though in the same widget: a page that was loaded. A source text that
+  /// is shown beside it stays what it is.
   void documentLoaded();
+  /// What was still to come is there. Searches it, if somebody has waited for that.
+  void documentCame();
   void next() { step(Direction::Forward); }
   void previous() { step(Direction::Backward); }
   /// What stands there about the matches: "17 matches".
@@ -70,6 +73,7 @@ class FindBar {
   GRef<GtkWidget> bar_;
   GtkWidget* entry_ = nullptr;
   GtkWidget* count_ = nullptr;
+  bool isWaiting_ = false;
   GRef<WebKitWebView> page_;
   GRef<GtkTextView> text_;
   std::unique_ptr<SignalHandler> counted_;

@@ -55,13 +55,13 @@ Panel::Panel(const Platform& platform, LiveViews& liveViews, BackgroundQueue& pr
   };
   webViews_.onDrawn = [this] {
     waitingWheel_->go();
-    findBar_->documentLoaded();
+    findBar_->documentCame();
   };
   webViews_.onHistoryChanged = [this] { updateCommands(); };
   // The dying view is still calling; it goes once it has returned.
   webViews_.onTerminated = [this] { afterCrash_.after(0, [this] { showCrash(); }); };
   webViews_.onFinished = [this] {
-    if (!webViews_.isToBeDrawn()) findBar_->documentLoaded();
+    findBar_->documentLoaded();
     if (onPageFinished) onPageFinished();
   };
   buildWindow();
