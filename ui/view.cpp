@@ -15,8 +15,7 @@ View& View::operator=(const View& other) = default;
 View& View::operator=(View&& other) noexcept = default;
 View::~View() = default;
 
-// A variant compares with an exception in its signature, for the case that it lost its value while
-// it was assigned to; no move of these kinds can fail, so none ever does.
+// Their variants throw as little as where they are declared.
 // NOLINTBEGIN(bugprone-exception-escape)
 
 // Out of class, because the children are of a type that is complete only after them; noexcept,
