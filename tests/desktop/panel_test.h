@@ -89,7 +89,7 @@ class PanelTest : public testing::Test {
            child = gtk_widget_get_next_sibling(child))
         collect(child);
     };
-    collect(panel_->content());
+    if (panel_->content() != nullptr) collect(panel_->content());
     return text;
   }
   std::string iconOfTheContent() {
