@@ -18,9 +18,9 @@ constexpr const char* kSignal = "script-message-received::lumisk-frame";
 constexpr double kInexactZoom = 0.02;
 
 /// Posts the size of the first frame, and of the first in each other size, once it has left the web
-/// process. Until it has something to paint, or all
-/// of its text, the engine holds the frames back. Drawn by the processor, a frame goes out before
-/// anything else runs in the page; a graphics card is done with it by the next one.
+/// process. Until it has something to paint, or all of its text, the engine holds the frames back.
+/// Drawn by the processor, a frame goes out before anything else runs in the page; a graphics card
+/// is done with it by the next one.
 constexpr const char* kScript = R"js(
   const port = window.webkit.messageHandlers['lumisk-frame'];
   const nextFrame = () => new Promise((done) => requestAnimationFrame(done));

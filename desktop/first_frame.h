@@ -12,9 +12,9 @@ namespace lumisk::desktop {
 
 /// Waits until a frame of a view's page has left the web process, in the size of the view.
 ///
-/// Each page tells of its frames by itself, by a script of the host's. Asked by the host once it is
-/// there, it would take the question for a click of the person's, and might begin to play or
-/// go elsewhere as after one.
+/// Each page tells of its frames by itself, by a script of the host's that is in it from the start.
+/// A script that the host runs in a page that is there counts as a click of the person's, and the
+/// page might begin to play as after one.
 class FirstFrame {
  public:
   /// Has the pages of all views with this manager tell; once for each manager. `isDrawnByCard` is

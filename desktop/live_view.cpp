@@ -73,8 +73,8 @@ LiveView::LiveView(const WebEngine& engine)
   runAtEachPage(webkit_web_view_get_user_content_manager(view()), kForgetScript);
 }
 
-/// The process would otherwise run on for as long as its page keeps it busy. Its end ends
-/// loads; whoever waited for that has gone already.
+/// The process would otherwise run on for as long as its page keeps it busy. Its end
+/// ends loads; whoever waited for that has gone already.
 LiveView::~LiveView() {
   detach();
   isEndedByHost_ = true;

@@ -296,8 +296,7 @@ void Panel::endPreparation() {
 /// A large page is handed to the engine seconds before there is anything of it to see. Some views
 /// say so themselves, until its load has finished.
 void Panel::updateWheel() {
-  const bool isPageToCome = presentation_ && facts_.isLarge && webViews_.isToBeDrawn();
-  if (isPageToCome && !holdsWheel(content()))
+  if (facts_.isLarge && isPageComing() && !holdsWheel(content()))
     waitingWheel_->comeSoon();
   else
     waitingWheel_->go();
@@ -345,14 +344,17 @@ ShownDocument Panel::shownDocument() const {
   return content() == nullptr ? ShownDocument() : findShownDocument(content());
 }
 
+/// Whether a page is shown of which nothing can be seen yet; none that comes behind a source text.
+bool Panel::isPageComing() const {
+  return shownDocument().page != nullptr && webViews_.isToBeDrawn();
+}
+
 /// A page of which nothing can be seen yet is not looked through: to be, it would have to be there
 /// as a whole, and its beginning would wait for its end.
 FindTarget Panel::findTarget() const {
-  const ShownDocument shown = shownDocument();
-  const bool isPageComing = shown.page != nullptr && webViews_.isToBeDrawn();
   const bool isFileComing = isMakingReady_ && !facts_.isFolder;
-  if (isPageComing || isFileComing) return {{}, true};
-  return {shown, false};
+  if (isPageComing() || isFileComing) return {{}, true};
+  return {shownDocument(), false};
 }
 
 void Panel::showStatus(const ErrorRecord& error) {

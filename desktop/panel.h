@@ -89,6 +89,7 @@ class Panel {
   void dropContent();
   void endPreparation();
   ShownDocument shownDocument() const;
+  bool isPageComing() const;
   FindTarget findTarget() const;
   void updateWheel();
   void updateHeader();

@@ -74,6 +74,17 @@ TEST_F(LargeItem, WhoseViewHasAWheelOfItsOwnShowsThatOne) {
   EXPECT_TRUE(desktop::holdsWheel(panel_->content()));
 }
 
+TEST_F(LargeItem, WhoseSourceIsReadShowsNoWheelOverIt) {
+  request("large.md");
+  queue_.runAll();
+  ASSERT_TRUE(isShown());
+  ASSERT_TRUE(panel_->presentation()->selectMode("source"));
+  ASSERT_TRUE(desktop::isCurtainClosed(page())) << "the page is still to come";
+  EXPECT_EQ(allWheels().size(), 1U) << "the view's own, in the layer that is not shown";
+  EXPECT_TRUE(desktop::holdsWheel(allWheels().front())) << "hidden by its layer alone";
+  EXPECT_FALSE(desktop::holdsWheel(panel_->content()));
+}
+
 TEST_F(LargeItem, LeavesSmallOnesAsTheyAre) {
   request("small.txt");
   EXPECT_EQ(queue_.size(), 0U);

@@ -127,6 +127,9 @@ TEST_P(PanelPictures, OfTheWait) {
   ASSERT_TRUE(wheel);
   EXPECT_FALSE(desktop::isBlank(wheel.get()));
   expectPicture(panel.root(), "wait");
+  panel->perform(Command::Find);
+  runFor(400);
+  expectPicture(panel.root(), "wait-find");
 }
 
 TEST_P(PanelPictures, OfTheShortcutsWindow) {
