@@ -3,64 +3,92 @@
 namespace lumisk::desktop {
 namespace {
 
-struct CurtainedView {
-  WebKitWebView parent = {};
-  gboolean isClosed = FALSE;
+struct Curtain {
+  GtkWidget parent;
+  GtkWidget* view;
+  gboolean isDrawnByCard;
+  gboolean isClosed;
   Placement placement;
 };
-struct CurtainedViewClass {
-  WebKitWebViewClass parent;
+struct CurtainClass {
+  GtkWidgetClass parent;
 };
 
-G_DEFINE_TYPE(CurtainedView, curtained_view, WEBKIT_TYPE_WEB_VIEW)
+G_DEFINE_TYPE(Curtain, curtain, GTK_TYPE_WIDGET)
 
-CurtainedView* asCurtained(gpointer view) { return static_cast<CurtainedView*>(view); }
+Curtain* asCurtain(gpointer widget) { return static_cast<Curtain*>(widget); }
+Curtain* curtainBefore(WebKitWebView* view) { return asCurtain(curtainOf(view)); }
 
-/// The engine draws in any case: drawn by a graphics card, the page gets its next frame only once
-/// the one before was taken. What nobody sees is not painted, which is what takes the time.
+void measure(GtkWidget* widget, GtkOrientation orientation, int forSize, int* minimum, int* natural,
+             int* minimumBaseline, int* naturalBaseline) {
+  gtk_widget_measure(asCurtain(widget)->view, orientation, forSize, minimum, natural,
+                     minimumBaseline, naturalBaseline);
+}
+
+void allocate(GtkWidget* widget, int width, int height, int baseline) {
+  Curtain* curtain = asCurtain(widget);
+  gtk_widget_allocate(curtain->view, width, height, baseline, nullptr);
+  curtain->placement = {width, height, gtk_widget_get_mapped(curtain->view) == TRUE};
+  g_signal_emit_by_name(widget, "placed");
+}
+
+void viewUnmapped(GtkWidget*, gpointer curtain) { asCurtain(curtain)->placement.isCurrent = false; }
+
+/// A view that is not asked for its picture has the window drawn for none of its frames either; the
+/// one that the page has become could not be shown in the next 16 milliseconds after each. Drawn by
+/// a card, however, the page gets its next frame only once the one before was taken.
 void snapshot(GtkWidget* widget, GtkSnapshot* shown) {
-  const auto draw = GTK_WIDGET_CLASS(curtained_view_parent_class)->snapshot;
-  if (asCurtained(widget)->isClosed == FALSE) return draw(widget, shown);
+  const Curtain* curtain = asCurtain(widget);
+  if (curtain->isClosed == FALSE) return gtk_widget_snapshot_child(widget, curtain->view, shown);
+  if (curtain->isDrawnByCard == FALSE) return;
   GtkSnapshot* unseen = gtk_snapshot_new();
-  draw(widget, unseen);
+  gtk_widget_snapshot_child(widget, curtain->view, unseen);
   GskRenderNode* node = gtk_snapshot_free_to_node(unseen);
   if (node != nullptr) gsk_render_node_unref(node);
 }
 
-void allocate(GtkWidget* widget, int width, int height, int baseline) {
-  GTK_WIDGET_CLASS(curtained_view_parent_class)->size_allocate(widget, width, height, baseline);
-  asCurtained(widget)->placement = {width, height, gtk_widget_get_mapped(widget) == TRUE};
-  g_signal_emit_by_name(widget, "placed");
+void dispose(GObject* object) {
+  g_clear_pointer(&asCurtain(object)->view, gtk_widget_unparent);
+  G_OBJECT_CLASS(curtain_parent_class)->dispose(object);
 }
 
-void unmap(GtkWidget* widget) {
-  asCurtained(widget)->placement.isCurrent = false;
-  GTK_WIDGET_CLASS(curtained_view_parent_class)->unmap(widget);
-}
+void curtain_init(Curtain*) {}
 
-void curtained_view_init(CurtainedView*) {}
-
-void curtained_view_class_init(CurtainedViewClass* klass) {
-  GTK_WIDGET_CLASS(klass)->snapshot = snapshot;
-  GTK_WIDGET_CLASS(klass)->size_allocate = allocate;
-  GTK_WIDGET_CLASS(klass)->unmap = unmap;
-  g_signal_new("placed", G_TYPE_FROM_CLASS(klass), G_SIGNAL_RUN_LAST, 0, nullptr, nullptr, nullptr,
-               G_TYPE_NONE, 0);
+void curtain_class_init(CurtainClass* curtainClass) {
+  G_OBJECT_CLASS(curtainClass)->dispose = dispose;
+  GtkWidgetClass* widgetClass = GTK_WIDGET_CLASS(curtainClass);
+  widgetClass->measure = measure;
+  widgetClass->size_allocate = allocate;
+  widgetClass->snapshot = snapshot;
+  gtk_widget_class_set_css_name(widgetClass, "curtain");
+  gtk_widget_class_set_accessible_role(widgetClass, GTK_ACCESSIBLE_ROLE_GROUP);
+  g_signal_new("placed", G_TYPE_FROM_CLASS(curtainClass), G_SIGNAL_RUN_LAST, 0, nullptr, nullptr,
+               nullptr, G_TYPE_NONE, 0);
 }
 
 }  // namespace
 
-GType curtainedViewType() { return curtained_view_get_type(); }
-
-void setCurtainClosed(WebKitWebView* view, bool isClosed) {
-  gboolean& current = asCurtained(view)->isClosed;
-  if (current == static_cast<gboolean>(isClosed)) return;
-  current = static_cast<gboolean>(isClosed);
-  gtk_widget_queue_draw(GTK_WIDGET(view));
+GtkWidget* curtainNew(WebKitWebView* view, bool isDrawnByCard) {
+  auto* widget = GTK_WIDGET(g_object_new(curtain_get_type(), nullptr));
+  Curtain* curtain = asCurtain(widget);
+  curtain->view = GTK_WIDGET(view);
+  curtain->isDrawnByCard = static_cast<gboolean>(isDrawnByCard);
+  g_signal_connect_object(view, "unmap", G_CALLBACK(viewUnmapped), widget, G_CONNECT_AFTER);
+  gtk_widget_set_parent(curtain->view, widget);
+  return widget;
 }
 
-bool isCurtainClosed(WebKitWebView* view) { return asCurtained(view)->isClosed == TRUE; }
+GtkWidget* curtainOf(WebKitWebView* view) { return gtk_widget_get_parent(GTK_WIDGET(view)); }
 
-Placement placementOf(WebKitWebView* view) { return asCurtained(view)->placement; }
+void setCurtainClosed(WebKitWebView* view, bool isClosed) {
+  gboolean& current = curtainBefore(view)->isClosed;
+  if (current == static_cast<gboolean>(isClosed)) return;
+  current = static_cast<gboolean>(isClosed);
+  gtk_widget_queue_draw(curtainOf(view));
+}
+
+bool isCurtainClosed(WebKitWebView* view) { return curtainBefore(view)->isClosed == TRUE; }
+
+Placement placementOf(WebKitWebView* view) { return curtainBefore(view)->placement; }
 
 }  // namespace lumisk::desktop

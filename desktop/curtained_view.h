@@ -4,17 +4,19 @@
 
 namespace lumisk::desktop {
 
-/// A web view with a curtain in front of it. Behind a closed curtain it is as alive as ever, laid
-/// out, visible for its page and given the page's frames, but nothing of it is drawn: what is
-/// behind it shows, and nothing is painted for its frames. Emits "placed" each time it has been
-/// laid out.
-GType curtainedViewType();
+/// A curtain, a widget of its own, in front of a web view. Behind a closed one the view is as alive
+/// as ever, laid out, visible for its page and given the page's frames, but nothing of it is drawn:
+/// what is behind it shows, and the window is not drawn anew for its frames. `isDrawnByCard` is
+/// whether a graphics card draws them. Emits "placed" each time the view has been laid out. Starts
+/// open, and holds a reference of the view.
+GtkWidget* curtainNew(WebKitWebView* view, bool isDrawnByCard);
 
-/// `view` is one of that type. The curtain of a new one is open.
+/// In these `view` is behind a curtain.
+GtkWidget* curtainOf(WebKitWebView* view);
 void setCurtainClosed(WebKitWebView* view, bool isClosed);
 bool isCurtainClosed(WebKitWebView* view);
 
-/// How the view, one of that type, was last laid out.
+/// How a view was last laid out.
 struct Placement {
   /// In pixels of the layout; 0 if it never was.
   int width = 0;

@@ -19,6 +19,8 @@ constexpr double kInexactZoom = 0.02;
 
 /// Posts the size of the first frame, and of the first in each other size, once it has left the web
 /// process. Until it has something to paint, or all of its text, the engine holds the frames back.
+/// A page that is complete is in the very frame before which it is asked; one with all of its text,
+/// in which scripts are about to begin, is given another frame.
 /// Drawn by the processor, a frame goes out before anything else runs in the page; a graphics card
 /// is done with it by the next one.
 constexpr const char* kScript = R"js(
@@ -27,15 +29,16 @@ constexpr const char* kScript = R"js(
   const isPainted = () => performance.getEntriesByType('paint').length > 0;
   // An element of the page may bear the name and would be found in the property's place.
   const readyState = Object.getOwnPropertyDescriptor(Document.prototype, 'readyState').get;
-  const isLoading = () => readyState.call(document) === 'loading';
+  const isState = (name) => readyState.call(document) === name;
   let isTelling = false;
   let isResized = false;
   async function tell() {
     isTelling = true;
     do {
       isResized = false;
-      while (isLoading() && !isPainted()) await nextFrame();
       await nextFrame();
+      while (isState('loading') && !isPainted()) await nextFrame();
+      if (!isState('complete') && !isPainted()) await nextFrame();
       const size = [innerWidth, innerHeight];
       await (isDrawnByCard ? nextFrame() : new Promise((done) => setTimeout(done)));
       port.postMessage(size);
@@ -69,7 +72,7 @@ FirstFrame::FirstFrame(WebKitWebView* view, unsigned patience)
       longestWait_(patience),
       received_(webkit_web_view_get_user_content_manager(view), kSignal,
                 G_CALLBACK(&FirstFrame::received), this),
-      placed_(view, "placed", G_CALLBACK(&FirstFrame::placed), this) {}
+      placed_(curtainOf(view), "placed", G_CALLBACK(&FirstFrame::placed), this) {}
 
 void FirstFrame::await(std::function<void()> drawn) {
   forget();
@@ -91,7 +94,7 @@ void FirstFrame::received(WebKitUserContentManager*, JSCValue* size, gpointer se
 }
 
 /// Not at once: what is shown must not change while it is being laid out.
-void FirstFrame::placed(WebKitWebView*, gpointer self) {
+void FirstFrame::placed(GtkWidget*, gpointer self) {
   auto* first = static_cast<FirstFrame*>(self);
   if (first->frame_) first->look_.after(0, [first] { first->look(); });
 }

@@ -25,17 +25,18 @@ class FirstFrame {
   /// resized, or the engine counts otherwise.
   static constexpr unsigned kPatience = 300;  // milliseconds
 
-  /// `view` is a curtained one.
+  /// `view` is behind a curtain.
   explicit FirstFrame(WebKitWebView* view, unsigned patience = kPatience);
 
   /// Calls `drawn` for a frame of the page that has just come, from now on. A page that is not seen
   /// has none, nor has one whose own scripts never end.
   void await(std::function<void()> drawn);
   void forget();
+  bool isAwaited() const { return static_cast<bool>(drawn_); }
 
  private:
   static void received(WebKitUserContentManager*, JSCValue* size, gpointer self);
-  static void placed(WebKitWebView*, gpointer self);
+  static void placed(GtkWidget*, gpointer self);
   bool isInPlace() const;
   void look();
   void end();

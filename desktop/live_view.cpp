@@ -6,6 +6,7 @@
 
 #include "desktop/beginning_first.h"
 #include "desktop/curtained_view.h"
+#include "desktop/graphics.h"
 #include "desktop/host_scripts.h"
 
 namespace lumisk::desktop {
@@ -14,6 +15,9 @@ namespace {
 /// How long a process that is up may take to begin with a page before it counts as hung. It takes
 /// milliseconds, or as long as the page before keeps it busy.
 constexpr unsigned kPatience = 500;  // milliseconds
+
+/// The first frame of a page that is seen follows on the end of its load.
+constexpr unsigned kLongestLag = 300;  // milliseconds
 
 /// Where the empty page of a warm view stands: in the origin of the pages, so that the web process
 /// that has everything compiled and cached stays.
@@ -65,6 +69,7 @@ void call(const std::function<void()>& handler) {
 
 LiveView::LiveView(const WebEngine& engine)
     : view_(engine.makeView()),
+      curtain_(GRef<GtkWidget>::retain(curtainNew(view(), hasGraphicsCard()))),
       loadChanged_(view_.get(), "load-changed", G_CALLBACK(&LiveView::loadChanged), this),
       loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
       terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this),
@@ -87,6 +92,7 @@ void LiveView::detach() {
 
 void LiveView::scrub() {
   frame_.forget();
+  end_.cancel();
   detach();
   webkit_web_view_stop_loading(view());
   webkit_find_controller_search_finish(webkit_web_view_get_find_controller(view()));
@@ -101,6 +107,7 @@ void LiveView::scrub() {
 
 void LiveView::begin(const std::string& awaited, std::function<void()> start) {
   frame_.forget();
+  end_.cancel();
   if (isScrubbed_ && firstSession_)
     webkit_web_view_restore_session_state(view(), firstSession_.get());
   isScrubbed_ = false;
@@ -230,7 +237,7 @@ void LiveView::committed() {
     hasOwnPage_ = !isScrubbed_;
     entriesBefore_ = entriesBehind(view());
     if (!firstSession_) firstSession_.reset(webkit_web_view_get_session_state(view()));
-    if (onDrawn) frame_.await([this] { call(onDrawn); });
+    if (onDrawn) frame_.await([this] { drawn(); });
     call(onTakenUp);
   } else {
     hasLeftDocument_ = true;
@@ -238,9 +245,16 @@ void LiveView::committed() {
   call(onHistoryChanged);
 }
 
+/// What is told of the end changes the window, and would have it drawn just before the page can be.
 void LiveView::finished() {
   if (std::exchange(hasFailed_, false) || !awaited_.empty()) return;
-  call(onFinished);
+  if (!frame_.isAwaited()) return call(onFinished);
+  end_.after(kLongestLag, [this] { call(onFinished); });
+}
+
+void LiveView::drawn() {
+  if (end_.isPending()) end_.after(0, [this] { call(onFinished); });
+  call(onDrawn);
 }
 
 std::unique_ptr<LiveView> LiveViews::take() {

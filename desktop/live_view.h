@@ -30,7 +30,8 @@ class LiveView {
   ~LiveView();
 
   WebKitWebView* view() const { return view_.get(); }
-  GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
+  /// The view behind its curtain (`curtained_view.h`), to be put into a window.
+  GtkWidget* widget() const { return curtain_.get(); }
 
   /// Whether the next document may have this view.
   bool isFit() const { return !isDead_ && !hasMetSites() && !isLarge_; }
@@ -70,7 +71,8 @@ class LiveView {
   /// The engine has taken up the host's page, or needs no more answers to do so. Told once or
   /// twice; a text that was handed over is not asked about.
   std::function<void()> onTakenUp;
-  /// A navigation finished, the load of the host's or a later one, and did not fail.
+  /// A navigation finished, the load of the host's or a later one, and did not fail. A page that
+  /// somebody waits for to be drawn is given a moment for that first.
   std::function<void()> onFinished;
   /// The view shows the host's page, and no longer the picture of what was there before.
   std::function<void()> onDrawn;
@@ -93,6 +95,7 @@ class LiveView {
   void meetSite();
   void committed();
   void finished();
+  void drawn();
 
   struct FreeSession {
     void operator()(WebKitWebViewSessionState* state) const {
@@ -101,6 +104,7 @@ class LiveView {
   };
 
   GRef<WebKitWebView> view_;
+  GRef<GtkWidget> curtain_;
   SignalHandler loadChanged_;
   SignalHandler loadFailed_;
   SignalHandler terminated_;
@@ -119,6 +123,8 @@ class LiveView {
   /// Starts the host's load, once more if need be.
   std::function<void()> start_;
   Deferred patience_;
+  /// Tells that the load has finished.
+  Deferred end_;
   bool isScrubbed_ = false;
   bool hasOwnPage_ = false;
   bool hasShownPage_ = false;

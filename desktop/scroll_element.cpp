@@ -87,6 +87,7 @@ class SourceElement final : public NodeElement {
   SourceElement(const ui::ScrollView& scroll, const SourceShape& shape)
       : scrolled_(GRef<GtkWidget>::retain(newScrolledWindow(scroll.showsIndicators))) {
     gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(scrolled_.get()), source_.widget());
+    setOverlaid(false);
     showShape(shape);
     map_ = std::make_unique<SignalHandler>(source_.widget(), "map",
                                            G_CALLBACK(&SourceElement::showWhenSeen), this);
@@ -148,6 +149,12 @@ class SourceElement final : public NodeElement {
     shape_ = shape;
   }
 
+  /// Bars that lie over the text come and go by degrees, for which the window is laid out anew all
+  /// the time, also where nobody sees them.
+  void setOverlaid(bool isOverlaid) {
+    gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(scrolled_.get()),
+                                              static_cast<gboolean>(isOverlaid));
+  }
   /// A layer that is transparent is on screen for the toolkit, but nobody sees it.
   static void showWhenSeen(GtkWidget*, gpointer self) {
     auto* element = static_cast<SourceElement*>(self);
@@ -162,6 +169,7 @@ class SourceElement final : public NodeElement {
     if (gtk_widget_get_opacity(layer) > 0) static_cast<SourceElement*>(self)->showText();
   }
   void showText() {
+    setOverlaid(true);
     source_.show();
     source_.fill();
   }

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "desktop/client_libraries.h"
-#include "desktop/curtained_view.h"
 #include "desktop/first_frame.h"
 #include "desktop/graphics.h"
 #include "desktop/page_focus.h"
@@ -152,7 +151,7 @@ GRef<WebKitWebView> WebEngine::makeView() const {
   const auto policies = GRef<WebKitWebsitePolicies>::adopt(
       webkit_website_policies_new_with_policies("autoplay", WEBKIT_AUTOPLAY_DENY, nullptr));
   auto view = GRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(g_object_new(
-      curtainedViewType(), "web-context", context_.get(), "network-session", session_.get(),
+      WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
       "settings", settings_.get(), "website-policies", policies.get(), nullptr)));
   WebKitUserContentManager* const manager = webkit_web_view_get_user_content_manager(view.get());
   PageFocusWatch::install(manager);

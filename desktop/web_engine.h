@@ -26,9 +26,9 @@ class WebEngine {
  public:
   explicit WebEngine(const EngineFiles& files);
 
-  /// A new view, curtained (`curtained_view.h`), without a background of its own, in which a page
-  /// can neither ask the person anything nor print, play by itself, open windows, fill the screen
-  /// or save files. Its web process starts at the first load.
+  /// A new view without a background of its own, in which a page can neither ask the person
+  /// anything nor print, play by itself, open windows, fill the screen or save files. Its web
+  /// process starts at the first load.
   GRef<WebKitWebView> makeView() const;
 
   /// Forgets the sites that pages have been led to: their cookies, caches, workers. For the views

@@ -15,7 +15,7 @@ WebPageElement::WebPageElement(ui::WebPage page, RenderContext& context)
   context_.webViews.announce(page_.htmlContent);
   host_ = std::make_unique<PageHost>(page_, context_.webViews, context_.platform.caches,
                                      context_.webViews.takeWritten(page_.htmlContent));
-  setAccessibleName(webView().widget(), tr("panel.page"));
+  setAccessibleName(GTK_WIDGET(webView().view()), tr("panel.page"));
   adw_bin_set_child(ADW_BIN(bin_.get()), webView().widget());
 }
 

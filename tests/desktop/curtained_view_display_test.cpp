@@ -71,6 +71,17 @@ TEST_F(CurtainedView, ThePageHasItsFramesBehindTheCurtain) {
   EXPECT_EQ(page_("document.visibilityState"), "visible");
 }
 
+TEST_F(CurtainedView, TheWindowIsNotDrawnForThePageBehindTheCurtain) {
+  page_("setInterval(() => { document.body.style.marginTop = `${window.count % 50}px`; }, 10)");
+  GtkWidget* const view = GTK_WIDGET(page_.view());
+  ASSERT_TRUE(runUntil([&] { return framesWithin(view, 200) > 3; }));
+  desktop::setCurtainClosed(page_.view(), true);
+  EXPECT_TRUE(runUntil([&] { return framesWithin(view, 200) == 0; }));
+  EXPECT_TRUE(countsFrames());
+  desktop::setCurtainClosed(page_.view(), false);
+  EXPECT_TRUE(runUntil([&] { return framesWithin(view, 200) > 3; }));
+}
+
 TEST_F(CurtainedView, ShowsThePageAsItHasBecomeMeanwhile) {
   desktop::setCurtainClosed(page_.view(), true);
   ASSERT_TRUE(isLight());

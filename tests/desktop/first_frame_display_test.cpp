@@ -86,6 +86,24 @@ TEST_F(FirstFrame, OfAnotherPageIsTold) {
   }
 }
 
+/// Each takes 16 milliseconds, which somebody waits.
+TEST_F(FirstFrame, OfACompletePageIsNotFollowedByAnother) {
+  // After the script that tells, which has asked for its first frame by then.
+  desktop::runAtEachPage(webkit_web_view_get_user_content_manager(page_.view()), R"js(
+    const ask = window.requestAnimationFrame;
+    let asked = 0;
+    window.requestAnimationFrame = (call) => {
+      if (document.readyState === 'complete') ++asked;
+      document.documentElement.dataset.asked = asked;
+      return ask(call);
+    };
+    addEventListener('load', () => { document.documentElement.dataset.asked ??= 0; });
+  )js");
+  page_("location.search = '?next'");
+  ASSERT_TRUE(runUntil([&] { return calls_ == 1; }));
+  EXPECT_EQ(page_("document.documentElement.dataset.asked"), "0");
+}
+
 TEST_F(FirstFrame, IsNoMatterOfThePagesOwnEvents) {
   page_("for (let i = 0; i < 100; ++i) dispatchEvent(new Event('resize'))");
   runFor(300);

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 
+#include "desktop/curtained_view.h"
 #include "local_server.h"
 #include "preview_on_screen.h"
 #include "process_tree.h"
@@ -81,6 +82,45 @@ TEST_F(OneDocument, LeavesNothingToTheNext) {
       EXPECT_FALSE(preview.canGoBack());
     }
   }
+}
+
+/// A view of the engine's with what it tells, in the order of that.
+struct ToldOf {
+  desktop::LiveView live{Program::shared().engine};
+  std::vector<std::string> told;
+
+  void load(const std::string& page) {
+    live.onFinished = [this] { told.emplace_back("finished"); };
+    live.onDrawn = [this] { told.emplace_back("drawn"); };
+    live.load("file://" + page);
+  }
+  bool tells(const char* what) {
+    return runUntil([&] { return std::find(told.begin(), told.end(), what) != told.end(); });
+  }
+};
+
+TEST_F(PreviewTest, TheEndOfALoadIsToldWithThePageInSight) {
+  // Its first frame takes a while.
+  writeAll(folder_ / "slow.html",
+           "<p>text<script>requestAnimationFrame(() => { const end = performance.now() + 100; "
+           "while (performance.now() < end); });</script>");
+  ToldOf view;
+  GtkWindow* const window = GTK_WINDOW(gtk_window_new());
+  gtk_window_set_child(window, view.live.widget());
+  gtk_window_present(window);
+  ASSERT_TRUE(runUntil([&] { return desktop::placementOf(view.live.view()).isCurrent; }));
+  view.load(folder_ / "slow.html");
+  EXPECT_TRUE(view.tells("finished"));
+  EXPECT_THAT(view.told, testing::ElementsAre("drawn", "finished"));
+  gtk_window_destroy(window);
+}
+
+TEST_F(PreviewTest, TheEndOfALoadThatNobodySeesIsToldAllTheSame) {
+  writeAll(folder_ / "page.html", "<p>text");
+  ToldOf view;
+  view.load(folder_ / "page.html");
+  EXPECT_TRUE(view.tells("finished"));
+  EXPECT_THAT(view.told, testing::ElementsAre("finished"));
 }
 
 TEST_F(PreviewTest, TheLastOfTenQuickRequestsWins) {

@@ -25,12 +25,6 @@ class ModeBar : public PreviewTest {
     return shownBelow(preview.presentation().widget(),
                       [](GtkWidget* widget) { return GTK_IS_SPINNER(widget) == TRUE; });
   }
-  static gint64 framesWithin(GtkWidget* widget, unsigned milliseconds) {
-    GdkFrameClock* const clock = gtk_widget_get_frame_clock(widget);
-    const gint64 before = gdk_frame_clock_get_frame_counter(clock);
-    runFor(milliseconds);
-    return gdk_frame_clock_get_frame_counter(clock) - before;
-  }
 };
 
 TEST_F(ModeBar, TheSpinnerTurnsInTheMiddleOfAPageThatLoads) {

@@ -143,9 +143,12 @@ TEST_F(PreviewTest, ASourceHasItsTextInTheViewOnceItIsSeen) {
   const auto size = [&] {
     return gtk_text_buffer_get_char_count(gtk_text_view_get_buffer(source));
   };
+  auto* const scrolled = GTK_SCROLLED_WINDOW(gtk_widget_get_parent(GTK_WIDGET(source)));
   EXPECT_EQ(size(), 0);
+  EXPECT_FALSE(gtk_scrolled_window_get_overlay_scrolling(scrolled)) << "bars that fade in and out";
   ASSERT_TRUE(preview.presentation().selectMode("source"));
   EXPECT_GT(size(), 100);
+  EXPECT_TRUE(gtk_scrolled_window_get_overlay_scrolling(scrolled));
 }
 
 TEST_F(PreviewTest, TheSpinnerGoesWhenThePageIsThere) {

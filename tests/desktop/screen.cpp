@@ -60,6 +60,13 @@ void runFor(unsigned milliseconds) {
   while (!isOver) g_main_context_iteration(nullptr, TRUE);
 }
 
+gint64 framesWithin(GtkWidget* widget, unsigned milliseconds) {
+  GdkFrameClock* const clock = gtk_widget_get_frame_clock(widget);
+  const gint64 before = gdk_frame_clock_get_frame_counter(clock);
+  runFor(milliseconds);
+  return gdk_frame_clock_get_frame_counter(clock) - before;
+}
+
 std::string evaluate(WebKitWebView* page, const std::string& script) {
   Answer answer;
   webkit_web_view_evaluate_javascript(page, script.c_str(), -1, nullptr, nullptr, nullptr, answered,

@@ -20,6 +20,9 @@ bool runUntil(const std::function<bool()>& isDone);
 /// Lets everything that is due happen, and waits a little for what another process owes.
 void runFor(unsigned milliseconds);
 
+/// How often the window of `widget` is drawn or laid out meanwhile.
+gint64 framesWithin(GtkWidget* widget, unsigned milliseconds);
+
 /// What `script`, an expression, is in the page, as text; "error: …" when it throws.
 std::string evaluate(WebKitWebView* page, const std::string& script);
 
