@@ -16,29 +16,36 @@ constexpr const char* kUnknownDate = "—";
 constexpr const char* kNoSize = "—";
 constexpr const char* kUnknownSize = "?";
 
-/// The names of all entries, hidden ones included, before any of them is looked at; nothing when
-/// they cannot all be read.
-std::optional<std::vector<std::string>> readNames(const FileDescriptor& folder) {
-  std::vector<std::string> names;
+/// The names of all entries, hidden ones included. One block holds them: memory that is new to the
+/// program costs as much as a look at the entry.
+struct Names {
+  std::string bytes;  ///< each name ends with a null
+  std::size_t count = 0;
+};
+
+/// The names, before any of the entries is looked at; nothing when they cannot all be read.
+std::optional<Names> readNames(const FileDescriptor& folder) {
+  Names names;
   DirectoryReader reader;
   reader.start(folder);
-  for (DirectoryReader::Entry entry{}; reader.next(entry);) names.emplace_back(entry.name);
+  for (DirectoryReader::Entry entry{}; reader.next(entry); ++names.count)
+    names.bytes.append(entry.name).push_back('\0');
   if (reader.hasFailed()) return std::nullopt;
   return names;
 }
 
-std::optional<struct stat> statusOf(const FileDescriptor& folder, const std::string& name) {
+std::optional<struct stat> statusOf(const FileDescriptor& folder, const char* name) {
   struct stat status {};
-  const int result = fstatat(folder.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
+  const int result = fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW);
   return result == 0 ? std::optional(status) : std::nullopt;
 }
 
 /// Whether the entry is a folder or a link that leads to one.
-bool isOrLeadsToFolder(const FileDescriptor& folder, const std::string& name,
+bool isOrLeadsToFolder(const FileDescriptor& folder, const char* name,
                        const std::optional<struct stat>& status) {
   if (!status || !S_ISLNK(status->st_mode)) return status && S_ISDIR(status->st_mode);
   struct stat target {};
-  return fstatat(folder.get(), name.c_str(), &target, 0) == 0 && S_ISDIR(target.st_mode);
+  return fstatat(folder.get(), name, &target, 0) == 0 && S_ISDIR(target.st_mode);
 }
 
 /// Builds the items of one folder.
@@ -93,15 +100,17 @@ std::optional<FolderListing> listFolder(const std::string& path, const DateForma
   const auto isHidden = platform.hiddenNames.inFolder(path);
   ItemBuilder builder(path, dateFormatter, platform.icons);
   FolderListing listing;
-  listing.items.reserve(names->size());
-  for (std::string& name : *names) {
-    const std::optional<struct stat> status = statusOf(folder, name);
+  listing.items.reserve(names->count);
+  for (std::size_t at = 0; at < names->bytes.size();) {
+    const std::string name(names->bytes.c_str() + at);
+    at += name.size() + 1;
+    const std::optional<struct stat> status = statusOf(folder, name.c_str());
     // What cannot be looked at is not known to be hidden either.
     if (status && isHidden(name)) {
       ++listing.hiddenCount;
     } else {
-      const bool looksLikeFolder = isOrLeadsToFolder(folder, name, status);
-      listing.items.push_back(builder.build(std::move(name), status, looksLikeFolder));
+      const bool looksLikeFolder = isOrLeadsToFolder(folder, name.c_str(), status);
+      listing.items.push_back(builder.build(name, status, looksLikeFolder));
     }
   }
   listing.items = inFolderOrder(std::move(listing.items), platform.collation);

@@ -31,17 +31,22 @@ class Keys {
  public:
   Keys(const std::vector<FileItem>& items, const Collation& collation) {
     keys_.reserve(items.size());
+    bytes_.reserve(items.size() * kUsualKey);
     for (const FileItem& item : items) add(item, collation);
   }
 
   std::vector<Key> sorted() && {
-    std::ranges::stable_sort(keys_, [this](const Key& a, const Key& b) {
-      return a.beginning != b.beginning ? a.beginning < b.beginning : bytesOf(a) < bytesOf(b);
+    std::ranges::sort(keys_, [this](const Key& a, const Key& b) {
+      if (a.beginning != b.beginning) return a.beginning < b.beginning;
+      const int order = bytesOf(a).compare(bytesOf(b));
+      return order != 0 ? order < 0 : a.index < b.index;
     });
     return std::move(keys_);
   }
 
  private:
+  static constexpr std::size_t kUsualKey = 48;  // bytes; what is not used costs nothing
+
   void add(const FileItem& item, const Collation& collation) {
     const std::string name = collation.sortKey(item.name);
     const std::size_t offset = bytes_.size();
@@ -61,15 +66,28 @@ class Keys {
   std::vector<Key> keys_;
 };
 
+/// Moves the items that stand in each other's places, starting with the one at `first`, and notes
+/// that each is in its own now. A second vector for all would be memory that is new to the program,
+/// which costs more than to move them.
+void putInOrder(std::vector<FileItem>& items, std::vector<Key>& order, std::uint32_t first) {
+  if (order[first].index == first) return;
+  FileItem displaced = std::move(items[first]);
+  std::uint32_t place = first;
+  while (true) {
+    const std::uint32_t source = std::exchange(order[place].index, place);
+    if (source == first) break;
+    items[place] = std::move(items[source]);
+    place = source;
+  }
+  items[place] = std::move(displaced);
+}
+
 }  // namespace
 
 std::vector<FileItem> inFolderOrder(std::vector<FileItem> items, const Collation& collation) {
-  std::vector<FileItem> result;
-  result.reserve(items.size());
-  for (const Key& key : Keys(items, collation).sorted()) {
-    result.push_back(std::move(items[key.index]));
-  }
-  return result;
+  std::vector<Key> order = Keys(items, collation).sorted();
+  for (std::uint32_t first = 0; first < order.size(); ++first) putInOrder(items, order, first);
+  return items;
 }
 
 }  // namespace lumisk

@@ -87,6 +87,24 @@ class CountingCollation final : public Collation {
   mutable int asked = 0;
 };
 
+TEST(FolderItemOrder, NoneOfManyIsLostAndEqualOnesKeepTheirOrder) {
+  std::vector<FileItem> items;
+  for (int i = 0; i < 1000; ++i) {
+    items.push_back(item(std::to_string(i * 7919 % 10), i % 3 == 0));
+    items.back().size = std::to_string(i);
+  }
+  std::vector<FileItem> expected = items;
+  std::ranges::stable_sort(expected, [](const FileItem& a, const FileItem& b) {
+    return a.isDirectory != b.isDirectory ? a.isDirectory : a.name < b.name;
+  });
+  const auto sizes = [](const std::vector<FileItem>& all) {
+    Names texts;
+    for (const FileItem& one : all) texts.push_back(one.size);
+    return texts;
+  };
+  EXPECT_EQ(sizes(inFolderOrder(std::move(items), BytesCollation())), sizes(expected));
+}
+
 TEST(FolderItemOrder, AKeyIsMadeOnceForEachItem) {
   const CountingCollation collation;
   std::vector<FileItem> items;
