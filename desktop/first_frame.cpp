@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "desktop/curtained_view.h"
+#include "desktop/curtain.h"
 #include "desktop/host_scripts.h"
 #include "desktop/text_scale.h"
 
@@ -19,10 +19,9 @@ constexpr double kInexactZoom = 0.02;
 
 /// Posts the size of the first frame, and of the first in each other size, once it has left the web
 /// process. Until it has something to paint, or all of its text, the engine holds the frames back.
-/// A page that is complete is in the very frame before which it is asked; one with all of its text,
-/// in which scripts are about to begin, is given another frame.
-/// Drawn by the processor, a frame goes out before anything else runs in the page; a graphics card
-/// is done with it by the next one.
+/// What is there of a complete page is in the frame that follows at once; one that has its text,
+/// and whose scripts are about to begin, is given another frame. Drawn by the processor, a frame
+/// goes out before anything else runs in the page; a graphics card is done with it by the next one.
 constexpr const char* kScript = R"js(
   const port = window.webkit.messageHandlers['lumisk-frame'];
   const nextFrame = () => new Promise((done) => requestAnimationFrame(done));

@@ -5,8 +5,7 @@
 #include <utility>
 
 #include "desktop/beginning_first.h"
-#include "desktop/curtained_view.h"
-#include "desktop/graphics.h"
+#include "desktop/curtain.h"
 #include "desktop/host_scripts.h"
 
 namespace lumisk::desktop {
@@ -15,9 +14,6 @@ namespace {
 /// How long a process that is up may take to begin with a page before it counts as hung. It takes
 /// milliseconds, or as long as the page before keeps it busy.
 constexpr unsigned kPatience = 500;  // milliseconds
-
-/// The first frame of a page that is seen follows on the end of its load.
-constexpr unsigned kLongestLag = 300;  // milliseconds
 
 /// Where the empty page of a warm view stands: in the origin of the pages, so that the web process
 /// that has everything compiled and cached stays.
@@ -67,19 +63,20 @@ void call(const std::function<void()>& handler) {
 
 }  // namespace
 
-LiveView::LiveView(const WebEngine& engine)
+LiveView::LiveView(const WebEngine& engine, unsigned longestLag)
     : view_(engine.makeView()),
-      curtain_(GRef<GtkWidget>::retain(curtainNew(view(), hasGraphicsCard()))),
+      curtain_(GRef<GtkWidget>::retain(curtainNew(view(), engine.isDrawnByCard()))),
       loadChanged_(view_.get(), "load-changed", G_CALLBACK(&LiveView::loadChanged), this),
       loadFailed_(view_.get(), "load-failed", G_CALLBACK(&LiveView::loadFailed), this),
       terminated_(view_.get(), "web-process-terminated", G_CALLBACK(&LiveView::terminated), this),
       decidePolicy_(view_.get(), "decide-policy", G_CALLBACK(&LiveView::decidePolicy), this),
-      frame_(view()) {
+      frame_(view()),
+      longestLag_(longestLag) {
   runAtEachPage(webkit_web_view_get_user_content_manager(view()), kForgetScript);
 }
 
-/// The process would otherwise run on for as long as its page keeps it busy. Its end
-/// ends loads; whoever waited for that has gone already.
+/// The process would otherwise run on for as long as its page keeps it busy. Its end ends
+/// loads; whoever waited for that has gone already.
 LiveView::~LiveView() {
   detach();
   isEndedByHost_ = true;
@@ -190,6 +187,7 @@ gboolean LiveView::loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GErr
 void LiveView::terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self) {
   auto* live = static_cast<LiveView*>(self);
   if (live->isEndedByHost_) return;
+  live->end_.cancel();
   live->isDead_ = true;
   call(live->onTerminated);
 }
@@ -248,13 +246,16 @@ void LiveView::committed() {
 /// What is told of the end changes the window, and would have it drawn just before the page can be.
 void LiveView::finished() {
   if (std::exchange(hasFailed_, false) || !awaited_.empty()) return;
-  if (!frame_.isAwaited()) return call(onFinished);
-  end_.after(kLongestLag, [this] { call(onFinished); });
+  if (!frame_.isAwaited() || end_.isPending()) return call(onFinished);
+  end_.after(longestLag_, [this] { call(onFinished); });
 }
 
+/// Both before the window is drawn again. The second is a task of its own, because whoever hears of
+/// the first may end the view.
 void LiveView::drawn() {
-  if (end_.isPending()) end_.after(0, [this] { call(onFinished); });
-  call(onDrawn);
+  if (!end_.isPending()) return call(onDrawn);
+  end_.after(0, [this] { call(onDrawn); });
+  call(onFinished);
 }
 
 std::unique_ptr<LiveView> LiveViews::take() {

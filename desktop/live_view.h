@@ -24,13 +24,17 @@ namespace lumisk::desktop {
 /// and a dead web process has to be started anew.
 class LiveView {
  public:
-  explicit LiveView(const WebEngine& engine);
+  /// The end of a load waits so long for the page's first frame, which takes as long where the page
+  /// is large or the machine busy; a page that is not seen has none.
+  static constexpr unsigned kLongestLag = 300;  // milliseconds
+
+  explicit LiveView(const WebEngine& engine, unsigned longestLag = kLongestLag);
   LiveView(const LiveView&) = delete;
   LiveView& operator=(const LiveView&) = delete;
   ~LiveView();
 
   WebKitWebView* view() const { return view_.get(); }
-  /// The view behind its curtain (`curtained_view.h`), to be put into a window.
+  /// The view behind its curtain (`curtain.h`), to be put into a window.
   GtkWidget* widget() const { return curtain_.get(); }
 
   /// Whether the next document may have this view.
@@ -71,8 +75,9 @@ class LiveView {
   /// The engine has taken up the host's page, or needs no more answers to do so. Told once or
   /// twice; a text that was handed over is not asked about.
   std::function<void()> onTakenUp;
-  /// A navigation finished, the load of the host's or a later one, and did not fail. A page that
-  /// somebody waits for to be drawn is given a moment for that first.
+  /// A navigation finished, the load of the host's or a later one, and did not fail. The first is
+  /// told just before `onDrawn` where that follows soon, and not at all where another load takes
+  /// its place before.
   std::function<void()> onFinished;
   /// The view shows the host's page, and no longer the picture of what was there before.
   std::function<void()> onDrawn;
@@ -123,7 +128,8 @@ class LiveView {
   /// Starts the host's load, once more if need be.
   std::function<void()> start_;
   Deferred patience_;
-  /// Tells that the load has finished.
+  unsigned longestLag_;
+  /// Tells of the end of the load, and what is told with it.
   Deferred end_;
   bool isScrubbed_ = false;
   bool hasOwnPage_ = false;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "desktop/curtain.h"
 #include "desktop/picture.h"
 
 namespace lumisk::desktop {
@@ -84,7 +85,7 @@ void PageDrawing::pictureCame(GObject* page, GAsyncResult* result, gpointer self
 }
 
 void PageDrawing::look(unsigned times) {
-  const GRef<GdkTexture> shown = pictureOf(GTK_WIDGET(page_.get()));
+  const GRef<GdkTexture> shown = pictureOf(curtainOf(page_.get()));
   if (times == 0 || (shown && !isBlank(shown.get()))) return drawn_();
   nextLook_.after(kLookInterval, [this, times] { look(times - 1); });
 }

@@ -11,10 +11,11 @@ namespace lumisk::desktop {
 
 /// Waits until a page that has been loaded is drawn on screen.
 ///
-/// A load has finished when the document has; its frames are made later, in another process, and
-/// reach the widget later still: on a busy machine seconds after a fresh view's first load. No
-/// event tells of that, so the engine is asked for a picture of the page, and the widget is looked
-/// at until it shows one too.
+/// A load has finished when the document has, and a page can be seen from its first frame on. What
+/// comes after that by itself (fonts, diagrams, the rest of a long text) is waited for in the page,
+/// and its frames reach the widget later still: on a busy machine seconds after a fresh view's
+/// first load. No event tells of that, so the engine is asked for a picture of the page, and the
+/// widget is looked at until it shows one too. `page` is behind a curtain.
 class PageDrawing {
  public:
   PageDrawing() = default;

@@ -133,11 +133,12 @@ GRef<WebKitNetworkSession> makeSession() {
 }  // namespace
 
 WebEngine::WebEngine(const EngineFiles& files)
-    : context_(makeContext(files)),
+    : isDrawnByCard_(hasGraphicsCard()),
+      context_(makeContext(files)),
       session_(makeSession()),
-      settings_(makeSettings(hasGraphicsCard())) {
+      settings_(makeSettings(isDrawnByCard_)) {
   GdkDisplay* display = gdk_display_get_default();
-  if (display != nullptr && !hasGraphicsCard()) drawInSoftware(display);
+  if (display != nullptr && !isDrawnByCard_) drawInSoftware(display);
 }
 
 void WebEngine::forgetSites() { session_ = makeSession(); }
@@ -155,7 +156,7 @@ GRef<WebKitWebView> WebEngine::makeView() const {
       "settings", settings_.get(), "website-policies", policies.get(), nullptr)));
   WebKitUserContentManager* const manager = webkit_web_view_get_user_content_manager(view.get());
   PageFocusWatch::install(manager);
-  FirstFrame::install(manager, hasGraphicsCard());
+  FirstFrame::install(manager, isDrawnByCard_);
   installPageScripts(manager);
   const GdkRGBA transparent{0, 0, 0, 0};
   webkit_web_view_set_background_color(view.get(), &transparent);

@@ -31,6 +31,9 @@ class WebEngine {
   /// process starts at the first load.
   GRef<WebKitWebView> makeView() const;
 
+  /// Whether a graphics card draws the pages.
+  bool isDrawnByCard() const { return isDrawnByCard_; }
+
   /// Forgets the sites that pages have been led to: their cookies, caches, workers. For the views
   /// that are made from then on.
   void forgetSites();
@@ -40,6 +43,7 @@ class WebEngine {
   static void acceptCookies(WebKitWebView* view);
 
  private:
+  bool isDrawnByCard_;
   GRef<WebKitWebContext> context_;
   GRef<WebKitNetworkSession> session_;
   GRef<WebKitSettings> settings_;

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "desktop/beginning_first.h"
-#include "desktop/curtained_view.h"
+#include "desktop/curtain.h"
 #include "desktop/diagram_mention.h"
 #include "desktop/script_value.h"
 

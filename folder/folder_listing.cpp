@@ -94,7 +94,7 @@ std::optional<FolderListing> listFolder(const std::string& path, const DateForma
                                         const Platform& platform) {
   const FileDescriptor folder = openFolder(path.c_str());
   if (!folder.isOpen()) return std::nullopt;
-  auto names = readNames(folder);
+  const auto names = readNames(folder);
   if (!names) return std::nullopt;
 
   const auto isHidden = platform.hiddenNames.inFolder(path);
@@ -102,7 +102,7 @@ std::optional<FolderListing> listFolder(const std::string& path, const DateForma
   FolderListing listing;
   listing.items.reserve(names->count);
   for (std::size_t at = 0; at < names->bytes.size();) {
-    const std::string name(names->bytes.c_str() + at);
+    std::string name(names->bytes.c_str() + at);
     at += name.size() + 1;
     const std::optional<struct stat> status = statusOf(folder, name.c_str());
     // What cannot be looked at is not known to be hidden either.
@@ -110,7 +110,7 @@ std::optional<FolderListing> listFolder(const std::string& path, const DateForma
       ++listing.hiddenCount;
     } else {
       const bool looksLikeFolder = isOrLeadsToFolder(folder, name.c_str(), status);
-      listing.items.push_back(builder.build(name, status, looksLikeFolder));
+      listing.items.push_back(builder.build(std::move(name), status, looksLikeFolder));
     }
   }
   listing.items = inFolderOrder(std::move(listing.items), platform.collation);

@@ -1,7 +1,7 @@
 // The moment between a request and the window: it lets the engine take the page up first, so that
 // the two draw side by side.
 
-#include "desktop/curtained_view.h"
+#include "desktop/curtain.h"
 #include "panel_test.h"
 
 namespace lumisk::test {

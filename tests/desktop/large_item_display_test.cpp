@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "desktop/curtained_view.h"
+#include "desktop/curtain.h"
 #include "folder/folder_preview_view.h"
 #include "large_item_test.h"
 

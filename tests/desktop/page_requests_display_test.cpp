@@ -6,7 +6,7 @@
 
 #include <cstdlib>
 
-#include "desktop/curtained_view.h"
+#include "desktop/curtain.h"
 #include "local_server.h"
 #include "screen.h"
 #include "support/files.h"

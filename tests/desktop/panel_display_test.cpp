@@ -51,11 +51,12 @@ TEST_F(PanelTest, KeysScrollPageAndSource) {
   const Row rows[] = {{"rendered", [&] { return scrollTop(); }},
                       {"source", [&] { return gtk_adjustment_get_value(adjustment()); }}};
   open("long.md");
-  for (const auto& [mode, top] : rows) {
-    SCOPED_TRACE(mode);
-    ASSERT_TRUE(panel_->presentation()->selectMode(mode));
+  for (const Row& row : rows) {
+    const auto& top = row.top;
+    SCOPED_TRACE(row.mode);
+    ASSERT_TRUE(panel_->presentation()->selectMode(row.mode));
     runFor(100);
-    if (mode == std::string("source")) {
+    if (row.mode == std::string("source")) {
       EXPECT_TRUE(runUntil([&] { return gtk_adjustment_get_upper(adjustment()) > 3000; }));
     }
     press("Page_Down");

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <set>
 
+#include "desktop/curtain.h"
 #include "desktop/page_drawing.h"
 #include "desktop/picture.h"
 #include "panel_on_screen.h"
@@ -43,6 +44,20 @@ TEST(PageDrawing, IsOverWhenThePageIsOnScreen) {
   const auto shown = desktop::pictureOf(GTK_WIDGET(page.view()));
   ASSERT_TRUE(shown);
   EXPECT_FALSE(desktop::isBlank(shown.get()));
+}
+
+TEST(PageDrawing, IsNotOverBehindAClosedCurtain) {
+  PageOnScreen page("<!DOCTYPE html><h1>Here</h1>");
+  ASSERT_TRUE(runUntil([&] { return !desktop::isCurtainClosed(page.view()); }));
+  runFor(100);  // until it has been drawn
+  desktop::setCurtainClosed(page.view(), true);
+  bool isDrawn = false;
+  desktop::PageDrawing drawing;
+  drawing.wait(page.view(), [&] { isDrawn = true; });
+  runFor(1000);
+  EXPECT_FALSE(isDrawn);
+  desktop::setCurtainClosed(page.view(), false);
+  EXPECT_TRUE(runUntil([&] { return isDrawn; }));
 }
 
 TEST(PageDrawing, DoesNotWaitForAPageWithNothingOnIt) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "desktop/curtained_view.h"
+#include "desktop/curtain.h"
 #include "screen.h"
 #include "x_desktop.h"
 
@@ -10,13 +10,13 @@ namespace lumisk::test {
 namespace {
 
 /// A page that is dark all over and counts its frames, in a window that is light.
-class CurtainedView : public testing::Test {
+class Curtain : public testing::Test {
  protected:
-  CurtainedView() {
+  Curtain() {
     adw_style_manager_set_color_scheme(adw_style_manager_get_default(),
                                        ADW_COLOR_SCHEME_FORCE_LIGHT);
   }
-  ~CurtainedView() override {
+  ~Curtain() override {
     adw_style_manager_set_color_scheme(adw_style_manager_get_default(), ADW_COLOR_SCHEME_DEFAULT);
   }
   /// Until the page is drawn the curtain is the host's.
@@ -55,7 +55,7 @@ class CurtainedView : public testing::Test {
   XDesktop desktop_;
 };
 
-TEST_F(CurtainedView, ShowsWhatIsBehindItWhileTheCurtainIsClosed) {
+TEST_F(Curtain, ShowsWhatIsBehindItWhileTheCurtainIsClosed) {
   page_("window.count = -Infinity");  // no frame of the page draws the window anew
   runFor(300);
   desktop::setCurtainClosed(page_.view(), true);
@@ -64,14 +64,14 @@ TEST_F(CurtainedView, ShowsWhatIsBehindItWhileTheCurtainIsClosed) {
   EXPECT_TRUE(isDark());
 }
 
-TEST_F(CurtainedView, ThePageHasItsFramesBehindTheCurtain) {
+TEST_F(Curtain, ThePageHasItsFramesBehindTheCurtain) {
   desktop::setCurtainClosed(page_.view(), true);
   ASSERT_TRUE(isLight());
   EXPECT_TRUE(countsFrames());
   EXPECT_EQ(page_("document.visibilityState"), "visible");
 }
 
-TEST_F(CurtainedView, TheWindowIsNotDrawnForThePageBehindTheCurtain) {
+TEST_F(Curtain, TheWindowIsNotDrawnForThePageBehindTheCurtain) {
   page_("setInterval(() => { document.body.style.marginTop = `${window.count % 50}px`; }, 10)");
   GtkWidget* const view = GTK_WIDGET(page_.view());
   ASSERT_TRUE(runUntil([&] { return framesWithin(view, 200) > 3; }));
@@ -82,7 +82,7 @@ TEST_F(CurtainedView, TheWindowIsNotDrawnForThePageBehindTheCurtain) {
   EXPECT_TRUE(runUntil([&] { return framesWithin(view, 200) > 3; }));
 }
 
-TEST_F(CurtainedView, ShowsThePageAsItHasBecomeMeanwhile) {
+TEST_F(Curtain, ShowsThePageAsItHasBecomeMeanwhile) {
   desktop::setCurtainClosed(page_.view(), true);
   ASSERT_TRUE(isLight());
   page_("document.body.style.background = 'white', 1");

@@ -6,9 +6,9 @@ namespace lumisk::desktop {
 
 /// A curtain, a widget of its own, in front of a web view. Behind a closed one the view is as alive
 /// as ever, laid out, visible for its page and given the page's frames, but nothing of it is drawn:
-/// what is behind it shows, and the window is not drawn anew for its frames. `isDrawnByCard` is
-/// whether a graphics card draws them. Emits "placed" each time the view has been laid out. Starts
-/// open, and holds a reference of the view.
+/// what is behind it shows. Nor is the window drawn anew for its frames, unless a graphics card
+/// makes them (`isDrawnByCard`): it makes the next one only once the one before was taken. Emits
+/// "placed" each time the view has been laid out. Starts open, and holds a reference of the view.
 GtkWidget* curtainNew(WebKitWebView* view, bool isDrawnByCard);
 
 /// In these `view` is behind a curtain.

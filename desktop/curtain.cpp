@@ -1,4 +1,4 @@
-#include "desktop/curtained_view.h"
+#include "desktop/curtain.h"
 
 namespace lumisk::desktop {
 namespace {
@@ -34,9 +34,9 @@ void allocate(GtkWidget* widget, int width, int height, int baseline) {
 
 void viewUnmapped(GtkWidget*, gpointer curtain) { asCurtain(curtain)->placement.isCurrent = false; }
 
-/// A view that is not asked for its picture has the window drawn for none of its frames either; the
-/// one that the page has become could not be shown in the next 16 milliseconds after each. Drawn by
-/// a card, however, the page gets its next frame only once the one before was taken.
+/// As long as the view is not asked for its picture, its frames do not have the window drawn: the
+/// toolkit passes on that a widget wants to be drawn once until it is. Each drawing of the window
+/// would put off the one that shows the page by 16 milliseconds.
 void snapshot(GtkWidget* widget, GtkSnapshot* shown) {
   const Curtain* curtain = asCurtain(widget);
   if (curtain->isClosed == FALSE) return gtk_widget_snapshot_child(widget, curtain->view, shown);
