@@ -4,10 +4,10 @@ namespace lumisk::desktop {
 namespace {
 
 struct Curtain {
-  GtkWidget parent;
-  GtkWidget* view;
-  gboolean isDrawnByCard;
-  gboolean isClosed;
+  GtkWidget parent = {};
+  GtkWidget* view = nullptr;
+  gboolean isDrawnByCard = FALSE;
+  gboolean isClosed = FALSE;
   Placement placement;
 };
 struct CurtainClass {
