@@ -93,5 +93,22 @@ TEST_F(Curtain, ShowsThePageAsItHasBecomeMeanwhile) {
   EXPECT_TRUE(isDark()) << "and goes on";
 }
 
+/// A card makes the next frame only once the one before was taken.
+TEST(CurtainBeforeACard, HasTheWindowTakeEachFrame) {
+  const auto view = Program::shared().engine.makeView();
+  GtkWindow* const window = GTK_WINDOW(gtk_window_new());
+  gtk_window_set_child(window, desktop::curtainNew(view.get(), true));
+  desktop::setCurtainClosed(view.get(), true);
+  gtk_window_present(window);
+  webkit_web_view_load_html(view.get(),
+                            "<body>text<script>let count = 0; setInterval(() => {"
+                            "document.body.style.marginTop = `${++count % 50}px`; }, 10)</script>",
+                            nullptr);
+  EXPECT_TRUE(runUntil([&] { return evaluate(view.get(), "count > 100") == "true"; }))
+      << "the window has long come by then";
+  EXPECT_TRUE(runUntil([&] { return framesWithin(GTK_WIDGET(view.get()), 200) > 3; }));
+  gtk_window_destroy(window);
+}
+
 }  // namespace
 }  // namespace lumisk::test

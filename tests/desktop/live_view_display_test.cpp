@@ -139,6 +139,21 @@ TEST_F(PreviewTest, TheEndOfALoadThatNobodySeesIsToldAllTheSame) {
   EXPECT_THAT(view.told, testing::ElementsAre("finished"));
 }
 
+TEST_F(PreviewTest, TheEndOfALoadIsNotToldOfAProcessThatHasDied) {
+  writeAll(folder_ / "page.html", "<p>text");
+  constexpr unsigned kLag = 3000;  // milliseconds
+  ToldOf view(kLag);
+  view.live.onTerminated = [&] { view.told.emplace_back("terminated"); };
+  view.load(folder_ / "page.html");
+  ASSERT_TRUE(runUntil([&] {
+    return view.live.hasOwnPage() && webkit_web_view_is_loading(view.live.view()) == FALSE;
+  }));
+  webkit_web_view_terminate_web_process(view.live.view());
+  EXPECT_TRUE(view.tells("terminated"));
+  runFor(kLag + 500);
+  EXPECT_THAT(view.told, testing::ElementsAre("terminated"));
+}
+
 TEST_F(PreviewTest, TheLastOfTenQuickRequestsWins) {
   std::unique_ptr<Preview> preview;
   for (int i = 0; i < 10; ++i) {
