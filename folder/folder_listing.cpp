@@ -16,8 +16,7 @@ constexpr const char* kUnknownDate = "—";
 constexpr const char* kNoSize = "—";
 constexpr const char* kUnknownSize = "?";
 
-/// The names of all entries, hidden ones included. One block holds them: memory that is new to the
-/// program costs as much as a look at the entry.
+/// The names of all entries, hidden ones included, in one block: a folder may have a million.
 struct Names {
   std::string bytes;  ///< each name ends with a null
   std::size_t count = 0;
