@@ -67,8 +67,7 @@ class Keys {
 };
 
 /// Moves the items that stand in each other's places, starting with the one at `first`, and notes
-/// that each is in its own now. A second vector would be a third of what a listing needs at its
-/// peak.
+/// that each is in its own now. A second vector would need as much memory again.
 void putInOrder(std::vector<FileItem>& items, std::vector<Key>& order, std::uint32_t first) {
   if (order[first].index == first) return;
   FileItem displaced = std::move(items[first]);
